@@ -1,0 +1,16 @@
+// A JSON document as a value.
+#pragma once
+
+#include <string>
+
+namespace QOR {
+
+/// The text of a JSON document. Nothing tests that the text is one; two are equal if their bytes
+/// are.
+struct JsonValue {
+    std::string text;
+
+    bool operator==(const JsonValue&) const = default;
+};
+
+}  // namespace QOR

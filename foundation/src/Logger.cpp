@@ -1,0 +1,48 @@
+#include <QOR/Logger.h>
+
+#include <memory>
+#include <mutex>
+#include <utility>
+
+namespace QOR {
+
+namespace {
+
+struct State {
+    std::mutex mutex;  // guards the pointer, never held during a call of the sink
+    std::shared_ptr<const Logger::Sink> sink;
+};
+
+State& state() {
+    // Never destroyed: static objects may log while the process ends.
+    static State& instance = *new State;
+    return instance;
+}
+
+}  // namespace
+
+void Logger::appendLogMsgExt(const std::string& message, int level, const char* file, int line,
+                             const char* function) {
+    // The copy keeps the sink alive if another thread replaces it, and lets a sink log itself.
+    const auto sink = [] {
+        const std::lock_guard lock(state().mutex);
+        return state().sink;
+    }();
+    if (!sink) return;
+    try {
+        (*sink)({message, level, file, line, function});
+    } catch (...) {
+        // A failing log must not break the operation that reports to it.
+    }
+}
+
+Logger::Sink Logger::setSink(Sink sink) {
+    auto exchanged = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
+    {
+        const std::lock_guard lock(state().mutex);
+        state().sink.swap(exchanged);
+    }
+    return exchanged ? *exchanged : Sink{};
+}
+
+}  // namespace QOR
