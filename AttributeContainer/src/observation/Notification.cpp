@@ -1,0 +1,143 @@
+// The walk of a notification over the observers, and the side information that goes with it.
+#include <AttributeContainer/Observable.h>
+#include <AttributeContainer/Observer.h>
+
+#include "observation/NotifyInfoTable.h"
+#include "observation/WalkFrame.h"
+
+#include <algorithm>
+
+namespace QOR::AttributeContainer {
+
+void Observable::preTouch(const std::shared_ptr<ObservingObject>& initiator,
+                          std::vector<NotificationResult>* results) {
+    notifySequence(initiator, &params.preObservers, results);
+}
+
+void Observable::touch(const std::shared_ptr<ObservingObject>& initiator,
+                       std::vector<NotificationResult>* results) {
+    notifySequence(initiator, &params.postObservers, results);
+}
+
+void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
+                                std::vector<NotificationResult>* results) {
+    if ((params.flags & ParamsEx::notifyEnabled) == 0) return;
+    // A plain counter: one tree is used by one thread, so no locked operation is needed.
+    auto& depth = params.notifyDepth;
+    const WalkFrame frame(*this);
+    if (!list->empty()) {
+        depth.store(depth.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+        runWalk(initiator, *list, results, frame.isGone());
+        if (frame.isGone()) return;
+        depth.store(depth.load(std::memory_order_relaxed) - 1, std::memory_order_relaxed);
+    }
+    if (depth.load(std::memory_order_relaxed) == 0) finishWalk(list);
+}
+
+void Observable::runWalk(const Initiator& initiator, ObserverList& list,
+                         std::vector<NotificationResult>* results, const bool& gone) {
+    const Action::Initiator given =
+        initiator ? Action::Initiator{*initiator} : Action::Initiator{};
+    auto& paths = list.paths;
+    for (std::uint64_t index = paths.size(); index-- > 0;) {
+        const ObserverPath& path = *paths[index];
+        if (path.isGone()) continue;  // one end does not silence the others
+        Observer* const observer = path.liveObserver();
+        if (!observer) return;  // active relations come last, so none is left
+        if (!path.action) continue;
+        Action& action = path.action->get();
+        if (!results) {
+            if (action.execute(*this, *observer, given) == Action::ExecStopNotify) return;
+        } else {
+            // The observer may end itself in its action; its record must still be made.
+            const auto self = observer->weak_from_this().lock();
+            const Action::ExecReturn result = action.execute(*this, *observer, given);
+            if (!self) throw std::bad_weak_ptr{};
+            results->push_back({self, result});
+            if (result == Action::ExecStopNotify) return;
+        }
+        if (gone) return;
+        index = std::min<std::uint64_t>(index, paths.size());
+    }
+}
+
+void Observable::finishWalk(const ObserverList* list) {
+    if (list == &params.postObservers) {
+        if ((params.flags & ParamsEx::lookupPending) != 0) lookupObject();
+        if ((params.flags & ParamsEx::postCleanupPending) != 0) {
+            params.setFlag(ParamsEx::postCleanupPending, false);
+            params.postObservers.compress(true);
+            removeNotifyInfos(false);
+        }
+    } else if ((params.flags & ParamsEx::preCleanupPending) != 0) {
+        params.setFlag(ParamsEx::preCleanupPending, false);
+        params.preObservers.compress(true);
+    }
+}
+
+// Notify infos --------------------------------------------------------------------------------
+
+bool Observable::addNotifyInfo(std::shared_ptr<ObserverInfo> info) {
+    if (!info) return false;
+    params.setFlag(ParamsEx::postCleanupPending, true);
+    NotifyInfoTable* const table = NotifyInfoTable::make();
+    if (!table) return false;
+    table->store(*this, std::move(info));
+    return true;
+}
+
+std::shared_ptr<ObserverInfo> Observable::lookupNotifyInfo(const std::type_index& type) {
+    NotifyInfoTable* const table = NotifyInfoTable::current();
+    const auto* const infos = table ? table->find(*this) : nullptr;
+    if (!infos) return nullptr;
+    const auto found = std::ranges::find(*infos, type, &NotifyInfoTable::Entry::type);
+    return found != infos->end() ? found->info : nullptr;
+}
+
+std::shared_ptr<const ObserverInfo> Observable::lookupNotifyInfo(
+    const std::type_index& type) const {
+    return const_cast<Observable*>(this)->lookupNotifyInfo(type);
+}
+
+std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index& type,
+                                                           bool dropEmpty) {
+    NotifyInfoTable* const table = NotifyInfoTable::current();
+    return table ? table->take(*this, type, dropEmpty) : nullptr;
+}
+
+bool Observable::removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info,
+                                  bool dropEmpty) {
+    if (!info) return false;
+    const std::type_index type{typeid(*info)};
+    if (lookupNotifyInfo(type) != info) return false;
+    removeNotifyInfo(type, dropEmpty);
+    return true;
+}
+
+int Observable::removeNotifyInfos(bool all) {
+    NotifyInfoTable* const table = NotifyInfoTable::current();
+    return table ? static_cast<int>(table->drop(*this, all)) : 0;
+}
+
+void Observable::removeNotifyInfos(std::shared_ptr<const ObserverInfoMap>& infos) {
+    if (!infos) return;
+    for (const auto& [type, info] : *infos) {
+        if (info && lookupNotifyInfo(type) == info) removeNotifyInfo(type, true);
+    }
+}
+
+std::shared_ptr<ObserverInfoMap> Observable::copyNotifyInfos() const {
+    NotifyInfoTable* const table = NotifyInfoTable::current();
+    const auto* const infos = table ? table->find(*this) : nullptr;
+    if (!infos || infos->empty()) return nullptr;
+    auto copy = std::make_shared<ObserverInfoMap>();
+    for (const auto& entry : *infos) copy->emplace(entry.type, entry.info);
+    return copy;
+}
+
+void Observable::setNotifyInfos(std::shared_ptr<ObserverInfoMap>& infos) {
+    if (!infos) return;
+    for (const auto& [type, info] : *infos) addNotifyInfo(info);
+}
+
+}  // namespace QOR::AttributeContainer
