@@ -1,0 +1,40 @@
+// The forms of the model stream and the fixed texts that writer and reader share.
+#pragma once
+
+#include <AttributeContainer/Export.h>
+
+#include <cstdint>
+#include <string>
+
+namespace QOR::AttributeContainer {
+
+/// The constants of the model stream. The texts stand before the static objects of every source
+/// file that includes this header.
+class QOR_API ModelFormat {
+public:
+    enum Format : std::int32_t {
+        Text = 0,   ///< plain block text, the form that is read back whole
+        XmlV1 = 1,  ///< written by the XML export; no reader knows it
+        XmlV2 = 2,  ///< the XML form that `ModelInFormat::determineFormat` recognises
+    };
+
+    static constexpr wchar_t START_OF_BLOCK = L'{';
+    static constexpr wchar_t END_OF_BLOCK = L'}';
+    static inline const std::string START_OF_BLOCK_STR = "{";
+    static inline const std::string END_OF_BLOCK_STR = "}";
+
+    static inline const std::string XML_HEADER = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    static inline const std::string XML_V2_COMMENT = "<!-- XML v. 2 -->";
+    static inline const std::string XML_START_COMMENT = "<!-- ";
+    static inline const std::string XML_END_COMMENT = " -->";
+    static inline const std::string XML_NEXT_ROOT = "<!-- NEXT: XML Root Element -->";
+    static inline const std::string XML_NEXT_VERSION = "<!-- NEXT: Version Information -->";
+    /// Reserved: the XML header has no place for a root model version, so nobody writes it.
+    static inline const std::string XML_NEXT_ROOT_MODEL = "<!-- NEXT: Root Model Information -->";
+    static inline const std::string XML_ROOT_START_TAG = "<ZELK>";
+    /// Reserved: the footer is what is written.
+    static inline const std::string XML_ROOT_END_TAG = "</ZELK>";
+    static inline const std::string XML_FOOTER = "</ZELK>";
+};
+
+}  // namespace QOR::AttributeContainer

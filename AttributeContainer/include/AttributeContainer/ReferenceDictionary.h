@@ -1,0 +1,74 @@
+// Finds the containers that a stream refers to by instance key while it is read.
+#pragma once
+
+#include <AttributeContainer/Export.h>
+#include <QOR/ErrorCode.h>
+
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace QOR::AttributeContainer {
+
+class AttrContainer;
+class ReadContextBase;
+class WriteContextBase;
+
+/// The reading half of sharing: which container stands behind which instance key of the stream.
+///
+/// The keys are declared first, from the `SharedInstanceCollection` of the stream, then each is
+/// registered when its container has been made. Holds the containers that it knows. A look-up
+/// costs the logarithm of the number of keys. One thread at a time.
+class QOR_API ReferenceDictionary {
+public:
+    static const std::string& getStaticClassName();
+    virtual const std::string& getClassName() const;
+
+    ReferenceDictionary();
+    virtual ~ReferenceDictionary();
+
+    /// \return the container of the key; empty if the key is unknown or not registered yet
+    virtual std::shared_ptr<AttrContainer> resolveReference(std::uint64_t key);
+
+    /// Enters the container of a declared key.
+    /// \return false if the container is empty, the key was not declared, or another container
+    /// stands there; then nothing changes.
+    virtual bool registerReference(std::uint64_t key, std::shared_ptr<AttrContainer> container);
+
+    /// Empties the entry of the key, which stays declared. \return false for an unknown key
+    virtual bool unregisterReference(std::uint64_t key);
+
+    /// Forgets everything and declares these keys. Leaves `keys` sorted.
+    virtual void initializeFromVector(std::vector<std::uint64_t>& keys);
+
+    /// Writes nothing, since the dictionary is no part of a stream. \return no error
+    [[nodiscard]] virtual ErrorPtr writeTo(std::ostream& stream,
+                                           std::shared_ptr<const WriteContextBase> context);
+
+    /// \return ReadNotSupported in any case; the stream is not touched
+    [[nodiscard]] virtual ErrorPtr readFrom(std::istream& stream,
+                                            std::shared_ptr<const ReadContextBase> context);
+
+    /// Notes that a reference put this container into a second place. Readers ask for it before
+    /// they let a reference into a container that stands in several places.
+    void noteReferenced(const AttrContainer& container) { referenced.insert(&container); }
+    bool wasReferenced(const AttrContainer& container) const {
+        return referenced.contains(&container);
+    }
+
+private:
+    struct Entry {
+        std::uint64_t key;
+        std::shared_ptr<AttrContainer> container;
+    };
+
+    Entry* find(std::uint64_t key);  // null for an unknown key
+
+    std::vector<Entry> entries;  // sorted by key
+    std::unordered_set<const AttrContainer*> referenced;
+};
+
+}  // namespace QOR::AttributeContainer

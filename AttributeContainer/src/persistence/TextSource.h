@@ -1,0 +1,117 @@
+// The characters of a stream, one by one, and the numbers and words that they make.
+#pragma once
+
+#include <QOR/Text.h>
+
+#include <array>
+#include <cstddef>
+#include <istream>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace QOR::AttributeContainer {
+
+/// Reads from a stream's buffer as the stream's own `peek` and `get` would, without their cost for
+/// each character. In the end the stream stands behind what was taken, whatever buffer it has.
+///
+/// A stream that is not good gives nothing and keeps its state. Where the input ends the stream
+/// gets its end bit, and where its buffer throws its bad bit; the exception goes on only if the
+/// stream is to throw for that bit.
+class TextSource {
+public:
+    static constexpr int endOfInput = std::istream::traits_type::eof();
+
+    TextSource(std::istream& source, int sourceFormat);
+    TextSource(const TextSource&) = delete;
+    TextSource& operator=(const TextSource&) = delete;
+    ~TextSource() { giveBack(); }
+
+    /// From now on takes characters in larger parts, where the buffer is one that is known to take
+    /// back what is not used. This is for lists of numbers, which are long.
+    void readAhead();
+
+    /// The stream, standing behind what was taken.
+    std::istream& getStream() {
+        giveBack();
+        return stream;
+    }
+    int getFormat() const { return format; }
+    bool good() const { return stream.good(); }
+
+    /// The next character, which stays where it is.
+    int peek() {
+        if (!stream.good()) return endOfInput;
+        if (at == aheadEnd) return peekInBuffer();
+        return static_cast<unsigned char>(*at);
+    }
+
+    /// Drops the character that was seen last.
+    void drop() {
+        if (at == aheadEnd) dropInBuffer();
+        else ++at;
+    }
+
+    /// Drops the character that was seen last, and shows the one behind it.
+    int next() {
+        drop();
+        return peek();
+    }
+
+    /// Skips white space and shows the character behind it.
+    int skipWhiteSpace() {
+        if (!stream.good()) return endOfInput;
+        while (at != aheadEnd && isWhiteSpace(*at)) ++at;
+        if (at == aheadEnd) return skipWhiteSpaceInBuffer();
+        return static_cast<unsigned char>(*at);
+    }
+
+    /// Takes a character. Where there is none, the stream also gets its fail bit.
+    int take();
+
+    /// Ends a reading that went wrong: sets the stream's fail bit.
+    void fail() { stream.setstate(std::ios::failbit); }
+
+    /// Takes the characters behind white space that can stand in a number and converts them.
+    /// \return false, with `number` as it was, if there is none.
+    /// \throws std::invalid_argument with "Invalid number format" if they do not make a number.
+    bool readNumber(double& number);
+
+    /// Takes the same characters for an integer.
+    /// \return the characters, valid until the next number is read; empty if there is none.
+    std::string_view readDigits();
+
+    /// Takes "#INF", in any case; leaves anything else where it is.
+    bool takeInfinityMark();
+
+    /// Takes a word that ends at white space; without one the stream gets its fail bit.
+    std::optional<std::string> readWord();
+
+    /// Takes a word that stands in the quotes of an XML attribute: up to a blank or a double quote.
+    std::string readAttributeWord();
+
+private:
+    int peekInBuffer();
+    void dropInBuffer();
+    int skipWhiteSpaceInBuffer();
+    void takeAhead();
+    void giveBack();
+    int ended();
+    int broken();
+    bool readPlainDecimal(double& number);
+    bool readPlainDecimalInBuffer(double& number);
+    void collectNumberCharacters(int character);
+
+    std::istream& stream;
+    const int format;
+    std::string token;  // kept, so that its storage is used again
+
+    // What was taken from the buffer ahead of its use, all of it from one get area, so that it can
+    // be given back one by one.
+    std::array<char, 4096> ahead;
+    const char* at = ahead.data();
+    const char* aheadEnd = ahead.data();
+    std::size_t sizeAhead = 0;  // how much to take at a time; 0 for one by one
+};
+
+}  // namespace QOR::AttributeContainer
