@@ -1,0 +1,101 @@
+#include <AttributeContainer/ChildList.h>
+
+#include <AttributeContainer/Object.h>
+
+#include <QOR/Text.h>
+
+#include "objects/ChildIndex.h"
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace QOR::AttributeContainer {
+
+namespace {
+// The answer of a search that finds nothing, for every list, so that answers can be references.
+const std::shared_ptr<Object> noChild;
+
+// Below, a walk over the children is as fast as a search, and needs no memory.
+constexpr std::uint64_t worthAnIndex = 16;
+}  // namespace
+
+ChildList::ChildList() = default;
+
+ChildList::~ChildList() = default;
+
+const std::shared_ptr<Object>& ChildList::getChild(std::uint64_t position) const {
+    if (position >= children.size()) return noChild;
+    return *std::next(children.begin(), static_cast<std::ptrdiff_t>(position));
+}
+
+const std::shared_ptr<Object>& ChildList::inqChild(const std::string& name) const {
+    if (name.empty()) return noChild;
+    const ChildIndex* const names = lookupIndex();
+    if (!names) return scan(name);
+    const auto found = names->find(name);
+    if (!found) return noChild;
+    const auto& child = **found;
+    if (compareIgnoreCase(child->getName(), name) == 0) return child;
+    index.reset();  // a name has changed unheard
+    return scan(name);
+}
+
+const std::shared_ptr<Object>& ChildList::scan(const std::string& name) const {
+    const auto found = std::ranges::find_if(children, [&](const auto& child) {
+        return child && compareIgnoreCase(child->getName(), name) == 0;
+    });
+    return found != children.end() ? *found : noChild;
+}
+
+std::optional<std::uint64_t> ChildList::lookupChild(const Object& child) const {
+    std::uint64_t position = 0;
+    for (const auto& each : children) {
+        if (each.get() == &child) return position;
+        ++position;
+    }
+    return std::nullopt;
+}
+
+void ChildList::append(std::shared_ptr<Object> child) {
+    if (children.size() >= children.max_size()) throw std::length_error("list too long");
+    children.push_back(std::move(child));
+    // A name that is not the stored one lasts no longer than the thread's announcement of it.
+    if (!index) return;
+    if (Attribute::isCachedAttributePending() || !index->add(std::prev(children.end())))
+        index.reset();
+}
+
+std::shared_ptr<Object> ChildList::remove(Children::const_iterator place) {
+    auto child = *place;
+    if (index) index->remove(*child);
+    children.erase(place);
+    ++numRemoved;
+    return child;
+}
+
+ChildList::Children ChildList::removeAll() {
+    index.reset();
+    numRemoved += children.size();
+    return std::exchange(children, {});
+}
+
+ChildList::Children::const_iterator ChildList::find(const Object& child) const {
+    if (const ChildIndex* const known = lookupIndex()) return known->find(child).value_or(end());
+    return std::ranges::find_if(children, [&](const auto& each) { return each.get() == &child; });
+}
+
+void ChildList::nameStored(const Object& child) {
+    if (!index) return;
+    if (Attribute::isCachedAttributePending() || !index->rename(child)) index.reset();
+}
+
+// The index, made where it is worth its cost; null where the children must be looked at.
+ChildIndex* ChildList::lookupIndex() const {
+    if (children.size() < worthAnIndex || Attribute::isCachedAttributePending()) return nullptr;
+    if (!index) index = ChildIndex::make(*this);
+    return index.get();
+}
+
+}  // namespace QOR::AttributeContainer

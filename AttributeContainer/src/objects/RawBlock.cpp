@@ -1,0 +1,75 @@
+#include "objects/RawBlock.h"
+
+#include <AttributeContainer/ModelFormat.h>
+
+#include <QOR/Text.h>
+
+#include "persistence/TextSource.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace QOR::AttributeContainer {
+
+namespace {
+bool isContainerWord(const std::string& text, std::size_t begin) {
+    static const std::string word{"AttrContainer"};
+    return text.size() - begin == word.size() && compareIgnoreCase(text.substr(begin), word) == 0;
+}
+
+bool isBrace(int character) {
+    return character == ModelFormat::START_OF_BLOCK || character == ModelFormat::END_OF_BLOCK;
+}
+
+// Takes the quoted text that begins with the quote `character`. A quote behind a backslash does not
+// end it, unless that backslash is itself an escaped one.
+void takeQuoted(TextSource& source, int character, std::string& text) {
+    const int quote = character;
+    bool isEscaped = true;  // the opening quote ends nothing
+    for (; character != TextSource::endOfInput; character = source.next()) {
+        text += static_cast<char>(character);
+        if (character == quote && !isEscaped) return source.drop();
+        isEscaped = !isEscaped && character == '\\';
+    }
+}
+
+// Takes the characters from `character` on that are all white space, or all none.
+void takeRun(TextSource& source, int character, std::string& text) {
+    const bool isBlank = isWhiteSpace(static_cast<char>(character));
+    while (character != TextSource::endOfInput && !isBrace(character) &&
+           isWhiteSpace(static_cast<char>(character)) == isBlank) {
+        text += static_cast<char>(character);
+        character = source.next();
+    }
+}
+}  // namespace
+
+RawBlock RawBlock::read(std::string beginning, std::istream& stream) {
+    TextSource source(stream, ModelFormat::Text);
+    RawBlock block;
+    block.text = std::move(beginning);
+    if (isContainerWord(block.text, 0)) block.containerBegin = 0;
+    std::uint64_t depth = 1;
+    for (int character = source.peek(); character != TextSource::endOfInput;
+         character = source.peek()) {
+        const std::size_t begin = block.text.size();
+        if (isBrace(character)) {
+            source.drop();
+            depth = character == ModelFormat::START_OF_BLOCK ? depth + 1 : depth - 1;
+            if (depth == 0) {
+                block.isEnded = true;
+                break;
+            }
+            block.text += static_cast<char>(character);
+        } else if (character == getStringEnd<char>()) {
+            takeQuoted(source, character, block.text);
+        } else {
+            takeRun(source, character, block.text);
+        }
+        if (block.containerBegin == noContainer && isContainerWord(block.text, begin))
+            block.containerBegin = begin;
+    }
+    return block;
+}
+
+}  // namespace QOR::AttributeContainer
