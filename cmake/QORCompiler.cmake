@@ -34,9 +34,11 @@ function(qor_set_warnings target)
     return()
   endif()
   # Hiding an operation of the base is a deliberate form here (a field list hides those of its
-  # base), so the warning that clang has in -Wall goes.
+  # base), so the warning that clang has in -Wall goes. Members have no decoration, so constructors
+  # take parameters of their names: clang's -Wshadow passes that, gcc's does only as =local.
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wno-overloaded-virtual
+    $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
     $<$<BOOL:${QOR_WERROR}>:-Werror>)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # These follow the flow through inlined std::string code, and gcc 12 sees overruns there that

@@ -1,0 +1,59 @@
+#include <AttributeContainer/FieldFactory.h>
+
+#include <AttributeContainer/Object.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace QOR::AttributeContainer;
+
+namespace {
+
+// Asked for while the static objects of this file are made.
+const std::shared_ptr<AttrContainer> madeBeforeMain =
+    FieldFactory::the()->createField("MarkerBase");
+
+class Registrations : public testing::TestWithParam<const char*> {};
+
+}  // namespace
+
+TEST_P(Registrations, GiveTheFactoryAClassUnderItsName) {
+    const auto made = FieldFactory::the()->createField(GetParam());
+
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(made->getClassName(), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, Registrations,
+                         testing::Values("ArrayContainer", "AttrContainer", "Container",
+                                         "GenericBinaryObjectV2", "MarkerBase", "Object",
+                                         "Object2d", "Object3d", "Point3d", "Transform",
+                                         "UnknownAttrContainer"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST(FactoryRegistrations, MakeObjectsOfObjectClassesOnly) {
+    const auto factory = FieldFactory::the();
+
+    EXPECT_NE(factory->createObject("Point3d"), nullptr);
+    EXPECT_EQ(factory->createObject("ArrayContainer"), nullptr);
+    EXPECT_EQ(factory->createObject("UnknownAttrContainer"), nullptr);
+}
+
+TEST(FactoryRegistrations, LeaveOutTheFallbackObject) {
+    EXPECT_EQ(FieldFactory::the()->createField("FallbackObject"), nullptr);
+    EXPECT_EQ(FieldFactory::the()->createField("GenericBinaryObject"), nullptr);
+}
+
+TEST(FactoryRegistrations, StandBeforeMain) {
+    ASSERT_NE(madeBeforeMain, nullptr);
+    EXPECT_EQ(madeBeforeMain->getClassName(), "MarkerBase");
+    EXPECT_EQ(madeBeforeMain->getAttrToken("scanHalf"), 9u);
+}
+
+TEST(FactoryRegistrations, KeepTheirNamesFromOthers) {
+    EXPECT_EQ(FieldFactory::addField<Object>("Transform"), nullptr);
+    EXPECT_EQ(FieldFactory::the()->createField("Transform")->getClassName(), "Transform");
+}
