@@ -8,35 +8,22 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <map>
-#include <new>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "support/AllocationCount.h"
+#include "support/RatioTable.h"
+
 using QOR::Vec3d;
 namespace ac = QOR::AttributeContainer;
-
-// ---- allocations ------------------------------------------------------------------------------
-
-static std::atomic<std::uint64_t> numAllocations{0};
-
-// Where one of these is inlined, compilers take the free for one that does not fit its allocation.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    numAllocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* const memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -183,35 +170,35 @@ void finish(benchmark::State& state, std::size_t numBytes, std::uint64_t allocat
 template <class Number, class Write>
 void writing(benchmark::State& state, const std::vector<Vec3d<Number>>& points, Write write) {
     std::size_t numBytes = 0;
-    const auto before = numAllocations.load();
+    const auto before = bench::allocationCount();
     for (auto _ : state) {
         const std::string text = write(points);
         numBytes = text.size();
         benchmark::DoNotOptimize(text.data());
     }
-    finish(state, numBytes, numAllocations.load() - before);
+    finish(state, numBytes, bench::allocationCount() - before);
 }
 
 template <class Number>
 void readingByCodec(benchmark::State& state, const std::vector<Vec3d<Number>>& points) {
     const std::string text = bareWrite(points);
     std::istringstream stream(text);
-    const auto before = numAllocations.load();
+    const auto before = bench::allocationCount();
     for (auto _ : state) {
         stream.clear();
         stream.seekg(0);
         ac::DataInFormat<std::vector<Vec3d<Number>>> codec(stream, ac::ModelFormat::Text);
         benchmark::DoNotOptimize(codec.get().data());
     }
-    finish(state, text.size(), numAllocations.load() - before);
+    finish(state, text.size(), bench::allocationCount() - before);
 }
 
 template <class Number>
 void readingByLoop(benchmark::State& state, const std::vector<Vec3d<Number>>& points) {
     const std::string text = bareWrite(points);
-    const auto before = numAllocations.load();
+    const auto before = bench::allocationCount();
     for (auto _ : state) benchmark::DoNotOptimize(bareRead<Number>(text).data());
-    finish(state, text.size(), numAllocations.load() - before);
+    finish(state, text.size(), bench::allocationCount() - before);
 }
 
 template <class Number>
@@ -228,8 +215,7 @@ void addBenchmarks(const std::string& name, const std::vector<Vec3d<Number>>& po
 }
 
 // A comparison counts only if both write the same bytes and read the same points.
-template <class Number>
-bool agree(const char* name, const std::vector<Vec3d<Number>>& points) {
+template <class Number> bool agree(const char* name, const std::vector<Vec3d<Number>>& points) {
     const std::string text = bareWrite(points);
     std::istringstream stream(text);
     ac::DataInFormat<std::vector<Vec3d<Number>>> codec(stream, ac::ModelFormat::Text);
@@ -239,37 +225,6 @@ bool agree(const char* name, const std::vector<Vec3d<Number>>& points) {
     if (!samePoints) std::fprintf(stderr, "%s: the codec reads other points than the loop\n", name);
     return sameText && samePoints;
 }
-
-// Keeps the best time of each benchmark for the table.
-class BestTimes : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
-            double& best = times.try_emplace(run.run_name.function_name, HUGE_VAL).first->second;
-            best = std::min(best, run.GetAdjustedCPUTime());
-            allocations[run.run_name.function_name] = run.counters.at("allocs/point");
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    void printTable() const {
-        std::printf("\n| points | loop ms | codec ms | codec speed / loop speed | allocations a point |\n");
-        std::printf("|---|---|---|---|---|\n");
-        for (const auto& [name, codec] : times) {
-            const auto cut = name.find("/codec");
-            if (cut == std::string::npos) continue;
-            const auto loop = times.find(name.substr(0, cut) + "/loop");
-            if (loop == times.end()) continue;
-            std::printf("| %s | %.1f | %.1f | %.2f | %.6f |\n", name.substr(0, cut).c_str(),
-                        loop->second, codec, loop->second / codec, allocations.at(name));
-        }
-    }
-
-private:
-    std::map<std::string, double> times;
-    std::map<std::string, double> allocations;
-};
 
 }  // namespace
 
@@ -283,8 +238,25 @@ int main(int argc, char** argv) {
     addBenchmarks("double", scan<double>());
     addBenchmarks("float", scan<float>());
     addBenchmarks("turned", turnedScan());
-    BestTimes reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    reporter.printTable();
-    return 0;
+    bench::BestTimes times;
+    benchmark::RunSpecifiedBenchmarks(&times);
+
+    std::vector<bench::Ratio> ratios;
+    bool allocatesNothing = true;
+    for (const std::string name : {"double", "float", "turned"}) {
+        const auto speed = [&](const std::string& job) {
+            return times.seconds(name + job + "/loop") / times.seconds(name + job + "/codec");
+        };
+        ratios.push_back({"speed of writing points, " + name + ", codec : loop", speed("/write"),
+                          bench::Ratio::AtLeast, 0.8});
+        ratios.push_back({"speed of reading points, " + name + ", codec : loop", speed("/read"),
+                          bench::Ratio::AtLeast, 0.6});
+        for (const char* const job : {"/write/codec", "/read/codec"}) {
+            const double allocations = times.counter(name + job, "allocs/point");
+            // what the growth of one text or list takes for a million points
+            allocatesNothing = allocatesNothing && allocations < 1e-4;
+            std::printf("allocations a point, %s%s: %.6f\n", name.c_str(), job, allocations);
+        }
+    }
+    return bench::printRatios(ratios) && allocatesNothing ? 0 : 1;
 }

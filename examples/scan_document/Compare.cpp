@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <optional>
+#include <sstream>
+#include <utility>
 
 namespace example {
 
@@ -22,8 +25,16 @@ std::string pathBelow(const std::string& path, const std::string& name) {
     return path == "/" ? path + name : path + "/" + name;
 }
 
+// With all digits, so that the smallest difference shows.
 std::string text(const Point& point) {
-    return std::to_string(point.x) + " " + std::to_string(point.y) + " " + std::to_string(point.z);
+    std::ostringstream stream;
+    stream.precision(std::numeric_limits<double>::max_digits10);
+    stream << point.x << ' ' << point.y << ' ' << point.z;
+    return std::move(stream).str();
+}
+
+std::string tell(const std::string& what, const std::string& first, const std::string& second) {
+    return what + " in the first tree " + first + ", in the second " + second;
 }
 
 // What differs between two values; long lists of points are not shown whole.
@@ -31,16 +42,15 @@ std::string tellValues(const Attribute& first, const Attribute& second) {
     const auto* const firstPoints = dynamic_cast<const PointsAttribute*>(&first);
     const auto* const secondPoints = dynamic_cast<const PointsAttribute*>(&second);
     if (!firstPoints || !secondPoints)
-        return "the value is " + first.getValueString() + " and " + second.getValueString();
+        return tell("value", first.getValueString(), second.getValueString());
     const std::vector<Point>& a = firstPoints->get();
     const std::vector<Point>& b = secondPoints->get();
     if (a.size() != b.size())
-        return "there are " + std::to_string(a.size()) + " and " + std::to_string(b.size()) +
-               " elements";
+        return tell("number of points", std::to_string(a.size()), std::to_string(b.size()));
     const auto [inFirst, inSecond] = std::ranges::mismatch(a, b);
     if (inFirst == a.end()) return "the values differ";
-    return "element " + std::to_string(std::distance(a.begin(), inFirst)) + " is " +
-           text(*inFirst) + " and " + text(*inSecond);
+    const auto index = std::distance(a.begin(), inFirst);
+    return tell("point " + std::to_string(index), text(*inFirst), text(*inSecond));
 }
 
 class TreeComparer {
@@ -70,14 +80,14 @@ private:
 bool TreeComparer::expectSame(const std::string& path, const std::string& what,
                               const std::string& first, const std::string& second) {
     if (first == second) return true;
-    note(path, what + " \"" + first + "\" and \"" + second + "\"");
+    note(path, tell(what, "\"" + first + "\"", "\"" + second + "\""));
     return false;
 }
 
 bool TreeComparer::expectSame(const std::string& path, const std::string& what, std::uint64_t first,
                               std::uint64_t second) {
     if (first == second) return true;
-    note(path, what + " " + std::to_string(first) + " and " + std::to_string(second));
+    note(path, tell(what, std::to_string(first), std::to_string(second)));
     return false;
 }
 
@@ -91,13 +101,13 @@ void TreeComparer::compareObjects(const Object& first, const Object& second,
     for (; firstChild != first.getChildren().end() && secondChild != second.getChildren().end();
          ++firstChild, ++secondChild)
         compareObjects(**firstChild, **secondChild, pathBelow(path, (*firstChild)->getName()));
-    expectSame(path, "numbers of children", first.getNumChildren(), second.getNumChildren());
+    expectSame(path, "number of children", first.getNumChildren(), second.getNumChildren());
 }
 
 void TreeComparer::compareContainers(const AttrContainer& first, const AttrContainer& second,
                                      const std::string& path) {
-    expectSame(path, "names", first.getName(), second.getName());
-    expectSame(path, "classes", first.getClassName(), second.getClassName());
+    expectSame(path, "name", first.getName(), second.getName());
+    expectSame(path, "class", first.getClassName(), second.getClassName());
     compareAttributes(first, second, path);
     compareFields(first, second, path);
 }
@@ -107,7 +117,7 @@ void TreeComparer::compareAttributes(const AttrContainer& first, const AttrConta
                                      const std::string& path) {
     const auto count = first.getNumAttributes();
     result.numAttributes += count;
-    if (!expectSame(path, "numbers of attributes", count, second.getNumAttributes())) return;
+    if (!expectSame(path, "number of attributes", count, second.getNumAttributes())) return;
     for (std::uint64_t token = 0; token < count; ++token) {
         const auto a = first.getAttribute(token).lock();
         const auto b = second.getAttribute(token).lock();
@@ -116,8 +126,8 @@ void TreeComparer::compareAttributes(const AttrContainer& first, const AttrConta
             if (a != b) note(place, "only one has this attribute");
             continue;
         }
-        const bool isSameName = expectSame(place, "names", a->getName(), b->getName());
-        if (!expectSame(place, "types", a->getClassName(), b->getClassName()) || !isSameName)
+        const bool isSameName = expectSame(place, "name", a->getName(), b->getName());
+        if (!expectSame(place, "type", a->getClassName(), b->getClassName()) || !isSameName)
             continue;
         if (*a != *b) note(place, tellValues(*a, *b));
     }
@@ -127,13 +137,13 @@ void TreeComparer::compareAttributes(const AttrContainer& first, const AttrConta
 void TreeComparer::compareFields(const AttrContainer& first, const AttrContainer& second,
                                  const std::string& path) {
     const auto count = first.getNumFields();
-    if (!expectSame(path, "numbers of fields", count, second.getNumFields())) return;
+    if (!expectSame(path, "number of fields", count, second.getNumFields())) return;
     for (std::uint64_t token = 0; token < count; ++token) {
         const auto a = first.getField(token).lock();
         const auto b = second.getField(token).lock();
         const std::string name = first.getFieldName(token).value_or("");
         const std::string place = pathBelow(path, name);
-        expectSame(place, "field names", name, second.getFieldName(token).value_or(""));
+        expectSame(place, "name of the field", name, second.getFieldName(token).value_or(""));
         if (a && b) {
             ++result.numFields;
             compareContainers(*a, *b, place);

@@ -17,13 +17,18 @@
 
 namespace example {
 
+namespace {
+// Stands at the front of our streams; other documents of the same form have other texts there.
+const std::string title = "Scan document";
+}  // namespace
+
 std::string writeDocument(model::Object& root, std::uint64_t expectedSize) {
     OutputBuffer buffer("writing", expectedSize);
     std::ostream stream(&buffer);
     const auto context = std::make_shared<model::WriteContextBase>();
     model::ModelOutFormat format(stream);
     format.setFormat(context->getFormat());
-    format.writeHeader("Scan document", model::version, false);
+    format.writeHeader(title, model::version, false);
     if (const auto error = root.writeTo(stream, context)) throw ModelFailure("writing", *error);
     format.writeFooter();
     return buffer.take();
@@ -35,8 +40,9 @@ std::shared_ptr<model::Object> readDocument(const std::string& text) {
     const auto context = std::make_shared<model::ReadContextBase>();
     model::ModelInFormat format(stream);
     context->setFormat(format.determineFormat());
-    std::string title;
-    format.readHeader(title);
+    std::string foundTitle;
+    format.readHeader(foundTitle);
+    if (foundTitle != title) throw ModelFailure("reading", "this is no scan document");
     model::VersionNum formatVersion;
     format.readVersion(formatVersion);
     if (model::VersionNum::isVersionNumberNewer(*model::version.getFormatVersion(), formatVersion))

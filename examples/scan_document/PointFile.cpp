@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -14,6 +15,9 @@ namespace {
 std::string placeText(const std::filesystem::path& file, std::uint64_t line) {
     return line > 0 ? file.string() + ":" + std::to_string(line) : file.string();
 }
+
+// How much of a file is shown in a message: a file of another kind can be one long line.
+constexpr std::size_t maxQuoted = 40;
 
 // The forms. -------------------------------------------------------------------------------------
 
@@ -75,7 +79,8 @@ void readVtk(LineReader& lines, Scan& scan) {
         while (!lines.isAtEnd()) {
             const auto number = lines.takeNumber();
             if (!number)
-                lines.fail("a number is expected, not \"" + std::string(lines.rest()) + "\"");
+                lines.fail("a number is expected, not \"" +
+                           std::string(lines.takeWord().substr(0, maxQuoted)) + "\"");
             if (scan.points.size() == count)
                 lines.fail("there are more points than were announced");
             point[component] = *number;

@@ -19,7 +19,7 @@ void printRow(const std::string& label, const std::string& value, const std::str
 // With a comma ahead of every three digits.
 std::string grouped(std::uint64_t number) {
     std::string text = std::to_string(number);
-    for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
+    for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, 1, ',');
     return text;
 }
 

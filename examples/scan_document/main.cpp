@@ -127,7 +127,8 @@ int run(const Arguments& arguments) {
     const std::string text =
         timed(summary.write, [&] { return writeDocument(document.getRoot(), 0); });
     storeText(file.path(), text);
-    std::cout << "document: " << file.path().string() << '\n';
+    std::cout << "stored in " << file.path().string()
+              << (arguments.output ? "\n" : ", for now; --output FILE keeps it\n");
 
     const std::string stored = loadText(file.path());
     const auto second = timed(summary.read, [&] { return readDocument(stored); });

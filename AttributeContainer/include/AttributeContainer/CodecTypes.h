@@ -66,16 +66,12 @@ namespace QOR::AttributeContainer {
 
 #define QOR_CODEC_TYPE_AND_LIST(DO, ...) DO(__VA_ARGS__) DO(std::vector<__VA_ARGS__>)
 
-template <class T>
-inline constexpr bool isCodecType = false;
-#define QOR_MARK_CODEC_TYPE(...) \
-    template <>                  \
-    inline constexpr bool isCodecType<__VA_ARGS__> = true;
+template <class T> inline constexpr bool isCodecType = false;
+#define QOR_MARK_CODEC_TYPE(...) template <> inline constexpr bool isCodecType<__VA_ARGS__> = true;
 QOR_CODEC_TYPES(QOR_MARK_CODEC_TYPE)
 #undef QOR_MARK_CODEC_TYPE
 
 /// A type that has a text in the model stream: one of the list.
-template <class T>
-concept CodecValue = isCodecType<T>;
+template <class T> concept CodecValue = isCodecType<T>;
 
 }  // namespace QOR::AttributeContainer

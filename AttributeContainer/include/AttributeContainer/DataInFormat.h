@@ -11,15 +11,14 @@ namespace QOR::AttributeContainer {
 
 /// Reads values of one type, as `DataOutFormat<T>` writes them, from a stream that must outlive it.
 ///
-/// Leading white space is skipped. The stream then stands behind the value's last character. Numbers
-/// are read with a point whatever the locale of the program or of the stream is, but for `Time`,
-/// `ScanPtColor` and the pairs of `int` and `unsigned int`, which the stream reads. A `float` below
-/// its smallest normal number, as 0 and all negative ones, is read as that number. Strings read as
-/// empty in `ModelFormat::XmlV2`.
+/// Leading white space is skipped, and the stream then stands behind the value's last character.
+/// Numbers are read with a point whatever the locale of the program or of the stream is, but for
+/// `Time`, `ScanPtColor` and the pairs of `int` and `unsigned int`, which the stream's own
+/// operators read. A `float` below its smallest normal number, as 0 and all negative ones are, is
+/// read as that number. Strings read as empty in `ModelFormat::XmlV2`.
 ///
 /// Memory is taken for what was read, whatever a count in the stream says.
-template <CodecValue T>
-class QOR_API DataInFormat {
+template <CodecValue T> class QOR_API DataInFormat {
 public:
     /// \param sourceFormat a value of `ModelFormat::Format`.
     DataInFormat(std::istream& source, int sourceFormat);

@@ -13,13 +13,14 @@ namespace QOR::AttributeContainer {
 /// `docs/stream.md` shows the text of each type.
 ///
 /// A value ends with its last character, with no line feed. Numbers come out as the stream formats
-/// them, by its flags and its locale, with the digits that the model keeps: nine behind the first
-/// ones. An infinity or NaN is written as 0. Strings are quoted and escaped. A stream that fails
-/// gets its state bits and nothing more.
+/// them, by its flags and its locale, with eight digits below 1 and otherwise with nine more than
+/// their decimal logarithm, rounded up; an infinity or NaN is written as 0. Strings are quoted and
+/// escaped. A stream that fails gets its state bits and no more characters.
 ///
-/// Costs no allocation, but for a copy of each string.
-template <CodecValue T>
-class QOR_API DataOutFormat {
+/// Costs no allocation but for a copy of each string. Lists are written a few thousand characters
+/// at a time where the stream formats in the usual way, that is with default flags and no locale of
+/// its own, and piece by piece otherwise.
+template <CodecValue T> class QOR_API DataOutFormat {
 public:
     /// Sets the stream's precision to 8, the standing precision of all numbers of the model.
     /// \param targetFormat a value of `ModelFormat::Format`.

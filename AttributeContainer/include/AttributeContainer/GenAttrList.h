@@ -10,6 +10,8 @@
 
 namespace QOR::AttributeContainer {
 
+class QOR_API AttrContainer;  // an instance over a type is as visible as the type
+
 /// Elements with consecutive tokens from a first one on; a slot may be empty.
 template <class T>
 class QOR_API GenAttrList {

@@ -112,8 +112,10 @@ private:
     Observable* owningObservable() const;
     void setTarget(Observer& newObserver, bool active);
     void setText(const std::string& path);
-    /// The target, as the walk of a notification needs it, when it has not gone.
-    Observer* liveObserver() const { return hasFlag(activeBit) ? observer : nullptr; }
+    /// The target of an active relation, as the walk of a notification wants it.
+    Observer* liveObserver() const {
+        return hasFlag(activeBit) && !hasEnded(guard) ? observer : nullptr;
+    }
     /// Whether this relation has or had that target, also while the observer is being destroyed.
     bool leadsTo(const Observer& other) const {
         return hasFlag(resolvedBit) && observer == &other;

@@ -88,6 +88,8 @@ bool FieldList::createFields(AttrContainer& owner, const std::vector<FieldDefini
                              CreateType type, const Source& source) {
     for (const FieldDefinition& row : rows) {
         if (row.token >= minCapacity) return false;
+        // The copy of the source's list has come first, and relations lead to its fields already.
+        if (source && get(getFirstToken() + row.token)) continue;
         auto field = createField(owner, row, type, source);
         if (field) {
             field->attachToParent(std::static_pointer_cast<AttrContainer>(owner.shared_from_this()));

@@ -41,10 +41,9 @@ void Observable::runWalk(const Initiator& initiator, ObserverList& list,
     auto& paths = list.paths;
     for (std::uint64_t index = paths.size(); index-- > 0;) {
         const ObserverPath& path = *paths[index];
-        if (path.isGone()) continue;  // one end does not silence the others
         Observer* const observer = path.liveObserver();
-        if (!observer) return;  // active relations come last, so none is left
-        if (!path.action) continue;
+        if (!observer && !path.isGone()) return;  // active relations come last, so none is left
+        if (!observer || !path.action) continue;  // one end does not silence those below
         Action& action = path.action->get();
         if (!results) {
             if (action.execute(*this, *observer, given) == Action::ExecStopNotify) return;

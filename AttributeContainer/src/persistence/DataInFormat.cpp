@@ -27,8 +27,7 @@ template <CodecValue T>
 DataInFormat<T>::DataInFormat(std::istream& source, int sourceFormat)
     : stream(source), format(sourceFormat) {}
 
-template <CodecValue T>
-const T& DataInFormat<T>::get() {
+template <CodecValue T> const T& DataInFormat<T>::get() {
     const KeepErrno keepErrno;
     TextSource source(stream, format);
     ValueReader<T>::get(source, value);

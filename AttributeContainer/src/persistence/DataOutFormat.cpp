@@ -11,8 +11,7 @@ DataOutFormat<T>::DataOutFormat(std::ostream& target, int targetFormat)
     stream.precision(StreamText::standingPrecision);
 }
 
-template <CodecValue T>
-void DataOutFormat<T>::put(const T& value) {
+template <CodecValue T> void DataOutFormat<T>::put(const T& value) {
     StreamText text(stream, format);
     ValueWriter<T>::put(text, value);
     text.finish();

@@ -30,7 +30,8 @@ constexpr double powerOfTen(int exponent) {
 constexpr int decimalExponent(double magnitude) {
     // 1233 / 4096 is the decimal logarithm of 2, closely enough for a guess that is right or one
     // too small in this range.
-    const int binaryExponent = static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
+    const int binaryExponent =
+        static_cast<int>(std::bit_cast<std::uint64_t>(magnitude) >> 52) - 1023;
     const int guess = (binaryExponent * 1233) >> 12;
     return guess + (magnitude >= powerOfTen(guess + 1));
 }

@@ -54,8 +54,8 @@ bool ValueReader<std::set<std::string>>::get(TextSource& source, std::set<std::s
     return any;
 }
 
-bool ValueReader<std::map<std::string, std::string>>::get(
-    TextSource& source, std::map<std::string, std::string>& map) {
+bool ValueReader<std::map<std::string, std::string>>::get(TextSource& source,
+                                                          std::map<std::string, std::string>& map) {
     map.clear();
     return readCounted(source, [&] {
         std::string key;

@@ -13,19 +13,16 @@
 
 namespace QOR::AttributeContainer {
 
-template <class Element>
-void addTo(std::vector<Element>& list, Element&& element) {
+template <class Element> void addTo(std::vector<Element>& list, Element&& element) {
     list.push_back(std::move(element));
 }
-template <class Element>
-void addTo(std::set<Element>& list, Element&& element) {
+template <class Element> void addTo(std::set<Element>& list, Element&& element) {
     list.insert(std::move(element));
 }
 
 /// Elements up to a "}". The character in front of them is taken for the "{", whatever it is. What
 /// was read stays where the stream ends early, or where an element takes no character.
-template <class List>
-struct BracedListReader {
+template <class List> struct BracedListReader {
     static bool get(TextSource& source, List& list) {
         using Element = typename List::value_type;
         const bool any = source.skipWhiteSpace() != TextSource::endOfInput;
@@ -55,16 +52,13 @@ template <class Element>
 struct ValueReader<std::set<Element>> : BracedListReader<std::set<Element>> {};
 
 /// A number of strings, or words between braces, a form that only old streams hold.
-template <>
-struct ValueReader<std::vector<std::string>> {
+template <> struct ValueReader<std::vector<std::string>> {
     static bool get(TextSource& source, std::vector<std::string>& list);
 };
-template <>
-struct ValueReader<std::set<std::string>> {
+template <> struct ValueReader<std::set<std::string>> {
     static bool get(TextSource& source, std::set<std::string>& list);
 };
-template <>
-struct ValueReader<std::map<std::string, std::string>> {
+template <> struct ValueReader<std::map<std::string, std::string>> {
     static bool get(TextSource& source, std::map<std::string, std::string>& map);
 };
 

@@ -11,8 +11,7 @@
 namespace QOR::AttributeContainer {
 
 /// Braces around the elements, with a blank before each, and a blank at the end.
-template <class List>
-struct BracedListWriter {
+template <class List> struct BracedListWriter {
     static void put(auto& text, const List& list) {
         using Element = typename List::value_type;
         text.character('{');
@@ -27,8 +26,7 @@ struct BracedListWriter {
 
 /// The number of strings, then each behind a blank. There are no braces: a string could be taken
 /// for one.
-template <class List>
-struct CountedListWriter {
+template <class List> struct CountedListWriter {
     static void put(auto& text, const List& list) {
         text.integer(list.size());
         for (const std::string& element : list) {
@@ -46,11 +44,9 @@ struct ValueWriter<std::set<Element>> : BracedListWriter<std::set<Element>> {};
 
 template <>
 struct ValueWriter<std::vector<std::string>> : CountedListWriter<std::vector<std::string>> {};
-template <>
-struct ValueWriter<std::set<std::string>> : CountedListWriter<std::set<std::string>> {};
+template <> struct ValueWriter<std::set<std::string>> : CountedListWriter<std::set<std::string>> {};
 
-template <>
-struct ValueWriter<std::map<std::string, std::string>> {
+template <> struct ValueWriter<std::map<std::string, std::string>> {
     static void put(auto& text, const std::map<std::string, std::string>& map) {
         text.integer(map.size());
         for (const auto& [key, value] : map) {

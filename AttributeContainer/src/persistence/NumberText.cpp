@@ -13,8 +13,8 @@
 #include <limits>
 #include <string>
 
-// Where a number of 128 bits can be had, most numbers need no general conversion. Digits are put down
-// eight at a time, in the order of the bytes of a word.
+// Where a number of 128 bits can be had, most numbers need no general conversion. Digits are put
+// down eight at a time, in the order of the bytes of a word.
 #if defined(__SIZEOF_INT128__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 #define QOR_EXACT_DIGITS
 #endif

@@ -1,4 +1,4 @@
-// Numbers of the plain form that nearly all numbers of a model have: a minus, digits, a point, digits.
+// Numbers of the plain form that nearly all numbers have: a minus, digits, a point, digits.
 #pragma once
 
 #include "persistence/DecimalPowers.h"
@@ -34,12 +34,10 @@ struct PlainDecimal {
     }
 
     /// Moves the cursor over what can be part of a plain decimal, mostCharacters at most.
-    template <class Cursor>
-    static PlainDecimal take(Cursor& cursor);
+    template <class Cursor> static PlainDecimal take(Cursor& cursor);
 };
 
-template <class Cursor>
-PlainDecimal PlainDecimal::take(Cursor& cursor) {
+template <class Cursor> PlainDecimal PlainDecimal::take(Cursor& cursor) {
     std::uint64_t digits = 0;  // apart from the result, so that it can stay in a register
     int numLeft = mostDigits;
     const auto takeDigits = [&] {
@@ -78,8 +76,8 @@ struct MemoryCursor {
         std::memcpy(&word, at, sizeof word);
         constexpr std::uint64_t zeros = 0x3030'3030'3030'3030;
         constexpr std::uint64_t highHalves = 0xf0f0'f0f0'f0f0'f0f0;
-        const bool areDigits = (word & highHalves) == zeros &&
-                               ((word + 0x0606'0606'0606'0606) & highHalves) == zeros;
+        const bool areDigits =
+            (word & highHalves) == zeros && ((word + 0x0606'0606'0606'0606) & highHalves) == zeros;
         if (!areDigits) return false;
         // Neighbours join to pairs, then to fours, then to the number.
         word -= zeros;

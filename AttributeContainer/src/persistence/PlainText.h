@@ -25,8 +25,7 @@ public:
     void text(std::string_view piece) { target += piece; }
     void fixedText(std::string_view piece) { target += piece; }
 
-    template <std::integral Integer>
-    void integer(Integer number) {
+    template <std::integral Integer> void integer(Integer number) {
         std::array<char, 21> digits;
         const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
         target.append(digits.data(), end);

@@ -44,8 +44,7 @@ public:
     /// A uuid or another text of fixed form, which no width of the stream pads.
     void fixedText(std::string_view piece);
 
-    template <std::integral Integer>
-    void integer(Integer number) {
+    template <std::integral Integer> void integer(Integer number) {
         constexpr std::size_t mostDigits = 21;
         if (!usual) return void(stream << number);
         char* const to = room(mostDigits);

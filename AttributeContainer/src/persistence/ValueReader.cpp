@@ -134,8 +134,8 @@ bool ValueReader<std::string>::get(TextSource& source, std::string& value) {
 bool ValueReader<Time>::get(TextSource& source, Time& value) {
     int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
     char sign = 0;
-    const bool begins = getByStream(source, day, sign, month, sign, year, hour, sign, minute, sign,
-                                    second);
+    const bool begins =
+        getByStream(source, day, sign, month, sign, year, hour, sign, minute, sign, second);
     if (!source.getStream().fail()) value.setTime(year, month, day, hour, minute, second, 0);
     return begins;
 }

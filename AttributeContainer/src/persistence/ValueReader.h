@@ -27,11 +27,9 @@ namespace QOR::AttributeContainer {
 /// `get(source, value)` reads a value and returns whether it took any character but white space;
 /// otherwise the value stays, and a list in which it was to be the next element ends. Bad text that
 /// was taken leaves the value, or what could not be read of it. One specialisation a family.
-template <class T>
-struct ValueReader;
+template <class T> struct ValueReader;
 
-template <std::integral T>
-struct ValueReader<T> {
+template <std::integral T> struct ValueReader<T> {
     static bool get(TextSource& source, T& value) {
         const auto digits = source.readDigits();
         if constexpr (std::signed_integral<T>) store(textToSigned(digits), value);
@@ -40,15 +38,14 @@ struct ValueReader<T> {
     }
 
 private:
-    template <class Widest>
-    static void store(std::optional<Widest> number, T& value) {
+    template <class Widest> static void store(std::optional<Widest> number, T& value) {
         using Limits = std::numeric_limits<T>;
-        if (number) value = static_cast<T>(std::clamp<Widest>(*number, Limits::min(), Limits::max()));
+        if (number)
+            value = static_cast<T>(std::clamp<Widest>(*number, Limits::min(), Limits::max()));
     }
 };
 
-template <ByteInteger T>
-struct ValueReader<T> {
+template <ByteInteger T> struct ValueReader<T> {
     static bool get(TextSource& source, T& value) {
         auto word = source.readWord();
         if (word) *word >> value;
@@ -56,8 +53,7 @@ struct ValueReader<T> {
     }
 };
 
-template <std::floating_point T>
-struct ValueReader<T> {
+template <std::floating_point T> struct ValueReader<T> {
     static bool get(TextSource& source, T& value) {
         double number = 0;
         if (!source.readNumber(number)) return false;
@@ -81,40 +77,29 @@ private:
     }
 };
 
-template <>
-struct ValueReader<bool> {
-    static bool get(TextSource& source, bool& value);
-};
+template <> struct ValueReader<bool> { static bool get(TextSource& source, bool& value); };
 
-template <>
-struct ValueReader<std::string> {
+template <> struct ValueReader<std::string> {
     static bool get(TextSource& source, std::string& value);
 };
 
-template <>
-struct ValueReader<JsonValue> {
+template <> struct ValueReader<JsonValue> {
     static bool get(TextSource& source, JsonValue& value) {
         return ValueReader<std::string>::get(source, value.text);
     }
 };
 
-template <>
-struct ValueReader<uuids::uuid> {
+template <> struct ValueReader<uuids::uuid> {
     static bool get(TextSource& source, uuids::uuid& value);
 };
 
-template <>
-struct ValueReader<Time> {
-    static bool get(TextSource& source, Time& value);
-};
+template <> struct ValueReader<Time> { static bool get(TextSource& source, Time& value); };
 
-template <>
-struct ValueReader<VersionNum> {
+template <> struct ValueReader<VersionNum> {
     static bool get(TextSource& source, VersionNum& value);
 };
 
-template <SmallVector T>
-struct ValueReader<T> {
+template <SmallVector T> struct ValueReader<T> {
     static bool get(TextSource& source, T& value) {
         bool any = false;
         for (std::size_t i = 0; i < T::size(); ++i)
@@ -125,26 +110,22 @@ struct ValueReader<T> {
 
 /// Reads numbers, and characters between them, by the stream's own operators.
 /// \return whether there was a character that can begin a number.
-template <class... Pieces>
-bool getByStream(TextSource& source, Pieces&... pieces) {
+template <class... Pieces> bool getByStream(TextSource& source, Pieces&... pieces) {
     const int first = source.skipWhiteSpace();
     (source.getStream() >> ... >> pieces);
     return first != TextSource::endOfInput && first != 'e' && first != 'E' &&
            isValidNumberChar(static_cast<char>(first));
 }
 
-template <ReadByStream T>
-struct ValueReader<T> {
+template <ReadByStream T> struct ValueReader<T> {
     static bool get(TextSource& source, T& value) { return getByStream(source, value.x, value.y); }
 };
 
-template <>
-struct ValueReader<Vec4d<unsigned char>> {
+template <> struct ValueReader<Vec4d<unsigned char>> {
     static bool get(TextSource& source, Vec4d<unsigned char>& value);
 };
 
-template <class Number>
-struct ValueReader<Mat4d<Number>> {
+template <class Number> struct ValueReader<Mat4d<Number>> {
     static bool get(TextSource& source, Mat4d<Number>& value) {
         bool any = false;
         for (std::size_t i = 0; i < value.size(); ++i)
@@ -153,18 +134,15 @@ struct ValueReader<Mat4d<Number>> {
     }
 };
 
-template <>
-struct ValueReader<ScanPtColor<Vec3d<float>>> {
+template <> struct ValueReader<ScanPtColor<Vec3d<float>>> {
     static bool get(TextSource& source, ScanPtColor<Vec3d<float>>& value);
 };
 
-template <>
-struct ValueReader<StatisticVal<double>> {
+template <> struct ValueReader<StatisticVal<double>> {
     static bool get(TextSource& source, StatisticVal<double>& value);
 };
 
-template <>
-struct ValueReader<StatisticValLimits<double>> {
+template <> struct ValueReader<StatisticValLimits<double>> {
     static bool get(TextSource& source, StatisticValLimits<double>& value);
 };
 

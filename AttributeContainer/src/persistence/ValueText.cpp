@@ -5,8 +5,7 @@
 
 namespace QOR::AttributeContainer {
 
-template <CodecValue T>
-std::string valueText(const T& value) {
+template <CodecValue T> std::string valueText(const T& value) {
     if constexpr (std::same_as<T, std::string>) {
         return value;
     } else {

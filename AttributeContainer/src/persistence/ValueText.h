@@ -12,8 +12,7 @@ namespace QOR::AttributeContainer {
 /// with two differences: all numbers have the six digits that a stream has by default, with "inf"
 /// and "nan" for those that are not finite, and a string stands bare, with no quotes and nothing
 /// escaped. The locale plays no part.
-template <CodecValue T>
-QOR_API std::string valueText(const T& value);
+template <CodecValue T> QOR_API std::string valueText(const T& value);
 
 // The instances stand in the library; they are exported for the tests only.
 #define QOR_DECLARE_TEXT(...) extern template QOR_API std::string valueText(const __VA_ARGS__&);

@@ -20,42 +20,35 @@ namespace QOR::AttributeContainer {
 
 /// `put(text, value)` writes the pieces of a value; `text` makes their characters (StreamText for
 /// the model stream, PlainText for a value alone). One specialisation a family.
-template <class T>
-struct ValueWriter;
+template <class T> struct ValueWriter;
 
-template <std::integral T>
-struct ValueWriter<T> {
+template <std::integral T> struct ValueWriter<T> {
     static void put(auto& text, T value) {
         if constexpr (ByteInteger<T>) text.integer(static_cast<int>(value));
         else text.integer(value);
     }
 };
 
-template <std::floating_point T>
-struct ValueWriter<T> {
+template <std::floating_point T> struct ValueWriter<T> {
     static void put(auto& text, T value) { text.numbers(std::array{value}); }
 };
 
-template <>
-struct ValueWriter<bool> {
+template <> struct ValueWriter<bool> {
     static void put(auto& text, bool value) { text.text(value ? "true" : "false"); }
 };
 
-template <>
-struct ValueWriter<std::string> {
+template <> struct ValueWriter<std::string> {
     static void put(auto& text, const std::string& value) { text.string(value); }
 };
 
-template <>
-struct ValueWriter<JsonValue> {
+template <> struct ValueWriter<JsonValue> {
     static void put(auto& text, const JsonValue& value) {
         text.resetPrecision();
         text.string(value.text);
     }
 };
 
-template <>
-struct ValueWriter<uuids::uuid> {
+template <> struct ValueWriter<uuids::uuid> {
     static void put(auto& text, const uuids::uuid& value) {
         constexpr char digits[] = "0123456789abcdef";
         std::array<char, 36> piece;
@@ -69,8 +62,7 @@ struct ValueWriter<uuids::uuid> {
     }
 };
 
-template <>
-struct ValueWriter<Time> {
+template <> struct ValueWriter<Time> {
     static void put(auto& text, const Time& value) {
         text.integer(value.getDay());
         text.character('.');
@@ -86,8 +78,7 @@ struct ValueWriter<Time> {
     }
 };
 
-template <>
-struct ValueWriter<VersionNum> {
+template <> struct ValueWriter<VersionNum> {
     static void put(auto& text, const VersionNum& value) {
         text.string(value.getName());
         text.character(' ');
@@ -95,13 +86,11 @@ struct ValueWriter<VersionNum> {
     }
 };
 
-template <NumberVector T>
-struct ValueWriter<T> {
+template <NumberVector T> struct ValueWriter<T> {
     static void put(auto& text, const T& value) { text.numbers(componentsOf(value)); }
 };
 
-template <IntegerVector T>
-struct ValueWriter<T> {
+template <IntegerVector T> struct ValueWriter<T> {
     static void put(auto& text, const T& value) {
         for (std::size_t i = 0; i < T::size(); ++i) {
             if (i > 0) text.character(' ');
@@ -111,8 +100,7 @@ struct ValueWriter<T> {
     }
 };
 
-template <>
-struct ValueWriter<Vec4d<unsigned char>> {
+template <> struct ValueWriter<Vec4d<unsigned char>> {
     static void put(auto& text, const Vec4d<unsigned char>& value) {
         for (std::size_t i = 0; i < value.size(); ++i) {
             if (i > 0) text.character(' ');
@@ -121,8 +109,7 @@ struct ValueWriter<Vec4d<unsigned char>> {
     }
 };
 
-template <class Number>
-struct ValueWriter<Mat4d<Number>> {
+template <class Number> struct ValueWriter<Mat4d<Number>> {
     static void put(auto& text, const Mat4d<Number>& value) {
         for (std::size_t row = 0; row < 4; ++row) {
             for (std::size_t column = 0; column < 4; ++column) {
@@ -134,8 +121,7 @@ struct ValueWriter<Mat4d<Number>> {
     }
 };
 
-template <>
-struct ValueWriter<ScanPtColor<Vec3d<float>>> {
+template <> struct ValueWriter<ScanPtColor<Vec3d<float>>> {
     static void put(auto& text, const ScanPtColor<Vec3d<float>>& value) {
         for (std::size_t i = 0; i < value.position.size(); ++i) {
             text.standingNumber(value.position[i]);
@@ -148,8 +134,7 @@ struct ValueWriter<ScanPtColor<Vec3d<float>>> {
     }
 };
 
-template <>
-struct ValueWriter<StatisticVal<double>> {
+template <> struct ValueWriter<StatisticVal<double>> {
     static void put(auto& text, const StatisticVal<double>& value) {
         text.text("StatisticVal ");
         putStatistics(text, value);
@@ -165,8 +150,7 @@ struct ValueWriter<StatisticVal<double>> {
     }
 };
 
-template <>
-struct ValueWriter<StatisticValLimits<double>> {
+template <> struct ValueWriter<StatisticValLimits<double>> {
     static void put(auto& text, const StatisticValLimits<double>& value) {
         // Both pairs of each set are written, so the word is that of the extended form.
         text.text("StatisticValLimitsEx ");

@@ -141,7 +141,7 @@ TEST(Attribute, IsUnequalWhereItIsNotEqual) {
 
     EXPECT_FALSE(attribute != other);
     attribute.areEqual = false;
-    EXPECT_TRUE(static_cast<const Attribute&>(attribute) != other);
+    EXPECT_TRUE(static_cast<const Attribute&>(attribute) != static_cast<const Attribute&>(other));
 }
 
 TEST(Attribute, AsksAndTellsItsObservers) {

@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint64_t none = AttrContainer::noToken;
 
 /// Has more to do at its making.
-class Watching : public ContainerClass<Watching, AttrContainer, "Watching"> {
+class Elaborate : public ContainerClass<Elaborate, AttrContainer, "Elaborate"> {
     friend Block;
 
 public:
@@ -91,14 +91,15 @@ TEST(ContainerClass, HasTheDefaultsOfAllItsLevels) {
     EXPECT_EQ(mark->Cached(), 0);
 }
 
-TEST(ContainerClass, KeepsTheNameOfItsBaseWhereItsOwnIsRefused) {
+// The name is set before the guard over it stands.
+TEST(ContainerClass, NamesAnObjectAfterItsClassAlsoWhereThatIsNoValidName) {
     const auto odd = OddName::create();
     EXPECT_EQ(odd->getClassName(), "host::OddName");
-    EXPECT_EQ(odd->getName(), "AttrContainer");
+    EXPECT_EQ(odd->getName(), "host::OddName");
 }
 
 TEST(ContainerClass, RunsTheInitOfTheClassLast) {
-    EXPECT_TRUE(Watching::create()->wasInitialised);
+    EXPECT_TRUE(Elaborate::create()->wasInitialised);
 }
 
 TEST(ContainerClass, TakesTheValuesOfASourceInsteadOfTheDefaults) {

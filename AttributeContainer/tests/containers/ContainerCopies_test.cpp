@@ -4,6 +4,8 @@
 #include "support/Containers.h"
 #include "support/ObserverActors.h"
 
+#include <AttributeContainer/Object.h>
+
 #include <gtest/gtest.h>
 
 using namespace QOR::AttributeContainer;
@@ -200,9 +202,18 @@ TEST(ContainerCopy, TellsItsFieldsOfTheirNewOwner) {
 
 // Relations ---------------------------------------------------------------------------------------
 
+/// Has a declared field with a path of its own.
+class Rig : public ContainerClass<Rig, AttrContainer, "Rig"> {
+public:
+    using Block::Block;
+
+    QOR_FIELD(0, Object, Anchor);
+    QOR_ATTRIBUTE(1, int, Length, 2);
+};
+
 TEST(ContainerCopy, IsWatchedByTheCopyOfAFieldThatWatchesItsSource) {
     const auto mark = Mark::create();
-    const auto field = addNamedField<Mark>(*mark, "inner");
+    const auto field = addNamedField<Object>(*mark, "inner");
     mark->Attr_Height().addObserver(*field, 5, tellAction, false);
 
     const auto copy = std::dynamic_pointer_cast<Mark>(mark->duplicate(CreateDeep));
@@ -214,15 +225,25 @@ TEST(ContainerCopy, IsWatchedByTheCopyOfAFieldThatWatchesItsSource) {
 }
 
 TEST(ContainerCopy, IsWatchedByTheCopyOfADeclaredFieldThatWatchesItsSource) {
-    const auto pole = Pole::create();
-    const auto field = pole->Mark().lock();
-    pole->Attr_Length().addObserver(*field, 5, tellAction, false);
+    const auto rig = Rig::create();
+    const auto field = rig->Anchor().lock();
+    rig->Attr_Length().addObserver(*field, 5, tellAction, false);
 
-    const auto copy = std::dynamic_pointer_cast<Pole>(pole->duplicate(CreateDeep));
+    const auto copy = std::dynamic_pointer_cast<Rig>(rig->duplicate(CreateDeep));
 
-    EXPECT_NE(copy->Mark().lock()->lookupObservedByMe(copy->Attr_Length()),
+    EXPECT_NE(copy->Anchor().lock()->lookupObservedByMe(copy->Attr_Length()),
               AttrContainer::noToken);
     EXPECT_EQ(field->lookupObservedByMe(copy->Attr_Length()), AttrContainer::noToken);
+}
+
+TEST(ContainerCopy, IsNotWatchedByTheCopyOfAFieldWithoutAPath) {
+    const auto mark = Mark::create();
+    const auto field = addNamedField<Mark>(*mark, "inner");
+    mark->Attr_Height().addObserver(*field, 5, tellAction, false);
+
+    const auto copy = std::dynamic_pointer_cast<Mark>(mark->duplicate(CreateDeep));
+
+    EXPECT_EQ(copy->Attr_Height().getNumPostObservers(), 0u);
 }
 
 TEST(ContainerCopy, DuplicatesEachDeclaredFieldOnce) {

@@ -174,6 +174,7 @@ TEST(FallbackObject, WritesNothingBeforeItWasRead) {
 // Raw text ----------------------------------------------------------------------------------------
 
 TEST(FallbackObject, GivesABlockWithNoContainerBackAsItCame) {
+    ModelInFormat::cleanPropagateKeyword();
     const auto object = FallbackObject::create();
     std::istringstream stream("Foo 1\t{ a { b } }\n  \"x\" tail\n} behind ");
 
@@ -227,6 +228,7 @@ TEST(FallbackObject, TakesBracesAsTokensWhereverTheyStand) {
 }
 
 TEST(FallbackObject, LetsItsCallerSeeTheBraceThatEndsTheBlock) {
+    ModelInFormat::cleanPropagateKeyword();
     std::istringstream stream("Foo 1 } Next { ");
     ModelInFormat imf(stream);
     ASSERT_EQ(imf.getKeyword(), "Foo");

@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Classes, Registrations,
                                          "GenericBinaryObjectV2", "MarkerBase", "Object",
                                          "Object2d", "Object3d", "Point3d", "Transform",
                                          "UnknownAttrContainer"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& name) { return std::string(name.param); });
 
 TEST(FactoryRegistrations, MakeObjectsOfObjectClassesOnly) {
     const auto factory = FieldFactory::the();

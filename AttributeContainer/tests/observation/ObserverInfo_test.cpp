@@ -97,7 +97,7 @@ TEST(InfoStringMap, CanBeMadeFromAMapAndFromACopy) {
 }
 
 TEST(InfoStringMap, ReplacesAllTextsAtOnce) {
-    InfoStringMap info({{"a", "1"}});
+    InfoStringMap info(std::map<std::string, std::string>{{"a", "1"}});
     info.setInfos({{"b", "2"}, {"c", "3"}});
     EXPECT_EQ(info.getInfoByKey("a"), "");
     EXPECT_EQ(info.getNumberInfos(), 2u);

@@ -130,7 +130,8 @@ TEST(ObserverPath, CopiesATextAsText) {
 
 TEST(ObserverPath, CopiesTheOwner) {
     Scene scene;
-    ObserverPath copy(scene.toListener());
+    const ObserverPath original = scene.toListener();
+    ObserverPath copy(original);
     EXPECT_TRUE(copy.activate());
     EXPECT_EQ(scene.listener->lookupObservedByMe(*scene.bell), 0u);
 }

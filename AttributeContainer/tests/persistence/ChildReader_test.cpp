@@ -416,8 +416,9 @@ TEST_F(ChildReaderTest, LogsEachChild) {
                                    "Object::readChild - s of type Station ...",
                                    "... Object::readChild - s of type Station done",
                                    "... Object::readChild - p of type Point3d done"}));
-    for (const auto& record : log.records)
-        if (record.level == 8) EXPECT_EQ(record.function, nullptr);
+    for (const auto& record : log.records) {
+        EXPECT_EQ(record.function == nullptr, record.level == 8) << record.message;
+    }
 }
 
 TEST_F(ChildReaderTest, LogsTheEndOfAChildThatFailed) {

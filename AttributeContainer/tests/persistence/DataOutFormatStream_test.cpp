@@ -135,7 +135,9 @@ TEST(DataOutFormatStream, GivesTheBytesOfTheStreamForRandomBitPatterns) {
     std::vector<Vec3d<double>> doubles;
     std::vector<Vec3d<float>> floats;
     const auto anyDouble = [&] { return std::bit_cast<double>(random()); };
-    const auto anyFloat = [&] { return std::bit_cast<float>(static_cast<std::uint32_t>(random())); };
+    const auto anyFloat = [&] {
+        return std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+    };
     for (int i = 0; i < 20'000; ++i) {
         doubles.emplace_back(anyDouble(), anyDouble(), anyDouble());
         floats.emplace_back(anyFloat(), anyFloat(), anyFloat());

@@ -20,8 +20,7 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-template <class T>
-std::string written(const T& value, int format = ModelFormat::Text) {
+template <class T> std::string written(const T& value, int format = ModelFormat::Text) {
     std::ostringstream stream;
     DataOutFormat<T>(stream, format).put(value);
     return stream.str();
@@ -41,8 +40,7 @@ Time someTime() {
     return time;
 }
 
-template <class... Rows>
-constexpr bool allHaveCodecs(TypeList<Rows...>) {
+template <class... Rows> constexpr bool allHaveCodecs(TypeList<Rows...>) {
     return (CodecValue<typename Rows::Value> && ...);
 }
 
@@ -89,10 +87,10 @@ TEST(DataOutFormat, WritesNumbersWithTheDigitsOfTheirMagnitude) {
 
 TEST(DataOutFormat, WritesALargeNumberToItsLastDigit) {
     EXPECT_EQ(written(1e300),
-              "1000000000000000052504760255204420248704468581108159154915854115111802457988908195786"
-              "3713750804478640437044438328838781769425232353604305756447921847867069828483872009265"
-              "7580373783023379478809005936895323497079994508111903896764088007465274278014249457925"
-              "8788820056842838115669472196386865459400540160");
+              "10000000000000000525047602552044202487044685811081591549158541155118024579889081"
+              "95786371375080447864043704443832883878176942523235360430575644792184786706982848"
+              "38720092657580373783023379478809005936895323497079994508111903896764088007465274"
+              "2780142494579258788820056842838115669472196386865459400540160");
 }
 
 TEST(DataOutFormat, WritesFloatsAsTheDoublesThatTheyAre) {

@@ -1,6 +1,8 @@
 // A matrix of four rows and four columns, copied by value.
 #pragma once
 
+#include <QOR/Export.h>
+
 #include <array>
 #include <cstddef>
 
@@ -8,7 +10,7 @@ namespace QOR {
 
 /// Sixteen numbers, kept row after row; all zero at first. Indices must be below 4, and below 16
 /// for the one-dimensional access.
-template <class T> class Mat4d {
+template <class T> class QOR_API Mat4d {
 public:
     using value_type = T;
 

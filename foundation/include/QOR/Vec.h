@@ -1,12 +1,14 @@
 // Small vectors of numbers, copied by value.
 #pragma once
 
+#include <QOR/Export.h>
+
 #include <cstddef>
 
 namespace QOR {
 
 /// Two components, usable as a plain pair; zero at first. The index must be below size().
-template <class T> struct SVec2d {
+template <class T> struct QOR_API SVec2d {
     using value_type = T;
 
     T x{};
@@ -22,7 +24,7 @@ template <class T> struct SVec2d {
 };
 
 /// Three components; zero at first. The index must be below size().
-template <class T> struct SVec3d {
+template <class T> struct QOR_API SVec3d {
     using value_type = T;
 
     T x{};
@@ -41,7 +43,7 @@ template <class T> struct SVec3d {
 };
 
 /// Three components of a position or a direction; zero at first. The index must be below size().
-template <class T> struct Vec3d {
+template <class T> struct QOR_API Vec3d {
     using value_type = T;
 
     T x{};
@@ -60,7 +62,7 @@ template <class T> struct Vec3d {
 };
 
 /// Four components; zero at first. The index must be below size().
-template <class T> struct Vec4d {
+template <class T> struct QOR_API Vec4d {
     using value_type = T;
 
     T x{};

@@ -1,0 +1,565 @@
+// Observers and observables that end in any order, also in the middle of a walk.
+#include <AttributeContainer/Attr.h>
+#include <AttributeContainer/kVAttrContainer.h>
+
+#include "support/FreeAttribute.h"
+#include "support/ObserverGraph.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+using Results = std::vector<Observable::NotificationResult>;
+
+// Does its deed while it is being destroyed, and counts outside how often it is told.
+class LastDeed : public Observer {
+public:
+    explicit LastDeed(int& told) : Observer(std::nullopt), told(told) {}
+    ~LastDeed() override {
+        if (deed) deed();
+    }
+
+    std::string getName() const override { return "last deed"; }
+    Action::ExecReturn changedNotify(Observable&, Initiator&) override {
+        ++told;
+        return Action::ExecDone;
+    }
+
+    std::function<void()> deed;
+
+private:
+    int& told;
+};
+
+// Lets go of some observers, among whom it may be itself, and touches nothing afterwards.
+class Ender : public Observer {
+public:
+    using Victims = std::vector<std::shared_ptr<Observer>>;
+
+    explicit Ender(Victims& victims) : Observer(std::nullopt), victims(victims) {}
+
+    std::string getName() const override { return "ender"; }
+    Action::ExecReturn changedNotify(Observable&, Initiator&) override {
+        victims.clear();
+        return Action::ExecDone;
+    }
+
+private:
+    Victims& victims;
+};
+
+// A bell and three observers of falling priority, of which the first one acts.
+struct Scene {
+    std::shared_ptr<Bell> bell = std::make_shared<Bell>();
+    std::shared_ptr<Actor> strong = std::make_shared<Actor>();
+    std::shared_ptr<Listener> middle = std::make_shared<Listener>();
+    std::shared_ptr<Listener> weak = std::make_shared<Listener>();
+
+    Scene() {
+        bell->addObserver(*strong, 3, tellAction, false);
+        bell->addObserver(*middle, 2, tellAction, false);
+        bell->addObserver(*weak, 1, tellAction, false);
+    }
+    void strongDoes(std::function<void()> deed) {
+        strong->after = [deed = std::move(deed)](Observable&, Actor::Initiator&) { deed(); };
+    }
+};
+
+std::unique_ptr<ObserverPath> relation(Observable& owner, Observer& observer,
+                                       std::uint64_t action = tellAction) {
+    return std::make_unique<ObserverPath>(ObserverPath::Owner{owner},
+                                          ObserverPath::OptionalObserver{observer}, short{2},
+                                          action);
+}
+
+}  // namespace
+
+// Observers that end in the middle of a walk -----------------------------------------------------------
+
+TEST(LifeAndDeath, ObserverThatEndsIsNotToldAndSilencesNobody) {
+    Scene scene;
+    scene.strongDoes([&] { scene.middle.reset(); });
+
+    scene.bell->ring();
+
+    EXPECT_EQ(scene.weak->told, 1);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u) << "its relation went at the end of the walk";
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 2);
+}
+
+TEST(LifeAndDeath, ObserverMayEndItself) {
+    Scene scene;
+    Ender::Victims victims;
+    victims.push_back(std::make_shared<Ender>(victims));
+    scene.bell->addObserver(*victims.front(), 9, tellAction, false);
+    scene.bell->ring();
+    EXPECT_TRUE(victims.empty());
+    EXPECT_EQ(scene.strong->told, 1);
+    EXPECT_EQ(scene.weak->told, 1);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 3u);
+}
+
+TEST(LifeAndDeath, ObserverThatEndsItselfIsStillRecorded) {
+    Scene scene;
+    Ender::Victims victims;
+    victims.push_back(std::make_shared<Ender>(victims));
+    scene.bell->addObserver(*victims.front(), 9, tellAction, false);
+    Results results;
+    scene.bell->touch(nullptr, &results);
+    ASSERT_EQ(results.size(), 4u);
+    EXPECT_TRUE(results[0].observer.expired());
+    EXPECT_EQ(results[0].result, Action::ExecDone);
+}
+
+TEST(LifeAndDeath, EveryObserverMayEndAtOnce) {
+    const auto bell = std::make_shared<Bell>();
+    Ender::Victims victims;
+    victims.push_back(std::make_shared<Ender>(victims));
+    for (int i = 0; i < 3; ++i) victims.push_back(std::make_shared<Listener>());
+    for (std::size_t i = 0; i < 4; ++i)
+        bell->addObserver(*victims[i], static_cast<short>(9 - i), tellAction, false);
+    bell->ring();
+    EXPECT_TRUE(bell->par()->empty());
+    EXPECT_EQ(bell->depth(), 0u);
+}
+
+TEST(LifeAndDeath, ObserverThatEndedInAnInnerWalkIsPassedByTheOuterOne) {
+    Scene scene;
+    int depth = 0;
+    scene.strongDoes([&] {
+        if (++depth == 1) {
+            scene.bell->ring();
+            EXPECT_EQ(scene.bell->getNumPostObservers(), 3u) << "no clean-up in between";
+        } else {
+            scene.middle.reset();
+        }
+    });
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 2);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+}
+
+TEST(LifeAndDeath, ObserverOfBothListsLeavesBothInAWalkOverOne) {
+    Scene scene;
+    scene.bell->addPreObserver(*scene.middle, 1, askAction, false);
+    scene.strongDoes([&] { scene.middle.reset(); });
+    scene.bell->ring();
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+    EXPECT_TRUE(scene.bell->getPath(0).isGone()) << "the walk over its list cleans up there";
+    scene.bell->askFirst();
+    EXPECT_EQ(scene.bell->getNumPreObservers(), 0u);
+}
+
+TEST(LifeAndDeath, NewRelationsKeepTheirOrderBesideOneThatHasGone) {
+    Scene scene;
+    const auto late = std::make_shared<Listener>();
+    scene.strongDoes([&] {
+        scene.middle.reset();
+        scene.bell->addObserver(*late, 1, linkAction, false);
+    });
+    scene.bell->ring();
+    EXPECT_EQ(prioritiesOf(scene.bell->parEx()->postObservers), (std::vector<short>{1, 1, 3}));
+    EXPECT_EQ(scene.bell->getPath(1).getActionToken(), linkAction);
+}
+
+TEST(LifeAndDeath, ObserverIsNotToldOfChangesThatItsOwnEndMakes) {
+    const auto bell = std::make_shared<Bell>();
+    int told = 0;
+    auto leaver = std::make_shared<LastDeed>(told);
+    const auto other = std::make_shared<Listener>();
+    bell->addObserver(*leaver, 2, tellAction, false);
+    bell->addObserver(*other, 1, tellAction, false);
+    bool isReached = true;
+    leaver->deed = [&] {
+        isReached = bell->getPath(1).getObserver().has_value();
+        bell->ring();
+    };
+    leaver.reset();
+    EXPECT_FALSE(isReached);
+    EXPECT_EQ(told, 0);
+    EXPECT_EQ(other->told, 1);
+    EXPECT_EQ(bell->getNumPostObservers(), 1u);
+}
+
+// Relations that are removed in the middle of a walk ---------------------------------------------------
+
+TEST(LifeAndDeath, RelationRemovedInAWalkStaysAsNotify) {
+    Scene scene;
+    scene.bell->addObserver(*scene.weak, 1, linkAction, false);
+    scene.strongDoes([&] {
+        if (scene.strong->told == 0) scene.bell->rmObserver(*scene.weak);
+    });
+
+    scene.bell->ring();
+
+    EXPECT_EQ(scene.weak->getNumObservedByMe(), 0u);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 4u);
+    EXPECT_EQ(scene.weak->told, 2) << "the label has become a notify relation too";
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 4);
+
+    scene.bell->rmObserver(*scene.weak);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 4);
+}
+
+TEST(LifeAndDeath, ObserverThatRemovesItselfIsToldOncePerWalk) {
+    Scene scene;
+    scene.strongDoes([&] {
+        if (scene.strong->told == 0) scene.bell->rmObserver(*scene.strong);
+        EXPECT_EQ(scene.bell->getNumPostObservers(), 3u);
+        EXPECT_EQ(scene.bell->getPath(2).getActionToken(), tellAction);
+    });
+    scene.bell->ring();
+    EXPECT_EQ(scene.strong->told, 1);
+    EXPECT_EQ(scene.strong->getNumObservedByMe(), 0u);
+    EXPECT_EQ(scene.middle->told, 1);
+}
+
+TEST(LifeAndDeath, RemovalByIndexInAWalkIsDeferredToo) {
+    Scene scene;
+    std::uint16_t flags = 0;
+    scene.strongDoes([&] {
+        if (scene.strong->told > 0) return;
+        scene.bell->removePath(0);
+        flags = scene.bell->parEx()->flags;
+    });
+    scene.bell->ring();
+    EXPECT_EQ(flags, Bell::ParamsEx::notifyEnabled | Bell::ParamsEx::postCleanupPending);
+    EXPECT_EQ(scene.weak->told, 1);
+    EXPECT_EQ(scene.weak->getNumObservedByMe(), 0u);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 3u);
+}
+
+TEST(LifeAndDeath, RemovalByContentInAWalkEnds) {
+    Scene scene;
+    bool wasThere = false;
+    scene.strongDoes([&] {
+        ObserverPath wanted(*relation(*scene.bell, *scene.middle));
+        wasThere = scene.bell->removePath(wanted);
+    });
+    scene.bell->ring();
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(scene.middle->getNumObservedByMe(), 0u);
+}
+
+TEST(LifeAndDeath, PreObserverRemovedInAPreWalkStaysAsNotify) {
+    const auto bell = std::make_shared<Bell>();
+    const auto actor = std::make_shared<Actor>();
+    const auto other = std::make_shared<Listener>();
+    bell->addPreObserver(*actor, 2, askAction, false);
+    bell->addPreObserver(*other, 1, askAction, false);
+    actor->before = [&](Observable&, Actor::Initiator&) { bell->rmObserver(*other); };
+    bell->askFirst();
+    EXPECT_EQ(other->asked, 0);
+    EXPECT_EQ(other->told, 1);
+    EXPECT_FALSE(bell->hasFlag(Bell::ParamsEx::preCleanupPending));
+}
+
+TEST(LifeAndDeath, LivingObserverThatLeavesInAWalkStaysAsNotify) {
+    Scene scene;
+    scene.strongDoes([&] { scene.weak->rmAllObservers(true); });
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 1);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 3u);
+}
+
+TEST(LifeAndDeath, ObserverOfALingeringRelationMayEndLater) {
+    Scene scene;
+    scene.strongDoes([&] { scene.bell->rmObserver(*scene.weak); });
+    scene.bell->ring();
+    ASSERT_EQ(scene.bell->getNumPostObservers(), 3u);
+    scene.weak.reset();
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+    scene.strong->after = nullptr;
+    scene.bell->ring();
+    EXPECT_EQ(scene.middle->told, 2);
+}
+
+TEST(LifeAndDeath, ObserverOfALingeringRelationMayEndInAnotherWalk) {
+    Scene scene;
+    scene.strongDoes([&] { scene.bell->removePath(0); });
+    scene.bell->ring();
+    scene.strongDoes([&] { scene.weak.reset(); });
+    scene.bell->ring();
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+    EXPECT_EQ(scene.middle->told, 2);
+}
+
+TEST(LifeAndDeath, ObservableOfALingeringRelationMayEndFirst) {
+    Scene scene;
+    scene.strongDoes([&] { scene.bell->rmObserver(*scene.weak); });
+    scene.bell->ring();
+    scene.strong->after = nullptr;
+    scene.bell.reset();
+    scene.weak.reset();
+    EXPECT_EQ(scene.strong->told, 1);
+}
+
+TEST(LifeAndDeath, LingeringRelationThatIsRemovedAgainTakesNoOthersEntry) {
+    Scene scene;
+    scene.bell->addPreObserver(*scene.weak, 1, askAction, false);
+    scene.strongDoes([&] {
+        if (scene.strong->told == 0) scene.bell->removePath(1);
+    });
+    scene.bell->ring();
+    ASSERT_EQ(scene.weak->getNumObservedByMe(), 1u) << "of the pre-observer";
+    scene.bell->removePath(1);
+    EXPECT_EQ(scene.bell->getNumPostObservers(), 2u);
+    EXPECT_EQ(scene.weak->getNumObservedByMe(), 1u);
+    EXPECT_TRUE(scene.bell->getPath(0).isActive());
+}
+
+TEST(LifeAndDeath, FarewellInAWalkEndsIt) {
+    Scene scene;
+    scene.strongDoes([&] { scene.bell->rmAllObservers(true); });
+    scene.bell->ring();
+    EXPECT_TRUE(scene.bell->par()->empty());
+    EXPECT_EQ(scene.middle->told, 0);
+    EXPECT_EQ(scene.middle->getNumObservedByMe(), 0u);
+    EXPECT_EQ(scene.bell->depth(), 0u);
+}
+
+// Relations that are added in the middle of a walk -----------------------------------------------------
+
+TEST(LifeAndDeath, StrongerRelationAddedInAWalkIsNotReachedInIt) {
+    Scene scene;
+    const auto stronger = std::make_shared<Listener>();
+    scene.strongDoes([&] { scene.bell->addObserver(*stronger, 9, tellAction, false); });
+    scene.bell->ring();
+    EXPECT_EQ(stronger->told, 0);
+    EXPECT_EQ(scene.weak->told, 1);
+    scene.bell->ring();
+    EXPECT_EQ(stronger->told, 1);
+}
+
+TEST(LifeAndDeath, WalkGoesOnOverAListThatGrowsALot) {
+    Scene scene;
+    std::vector<std::shared_ptr<Listener>> crowd;
+    scene.strongDoes([&] {
+        for (int i = 0; i < 100 && crowd.size() < 100; ++i) {
+            crowd.push_back(std::make_shared<Listener>());
+            scene.bell->addObserver(*crowd.back(), 50, tellAction, false);
+        }
+    });
+    scene.bell->ring();
+    EXPECT_EQ(scene.middle->told, 1);
+    EXPECT_EQ(scene.weak->told, 1);
+    EXPECT_EQ(crowd.front()->told, 0);
+}
+
+TEST(LifeAndDeath, ListMayBeSortedInAWalk) {
+    Scene scene;
+    scene.bell->addObserver("nobody", 9, tellAction, false);
+    scene.strongDoes([&] { scene.bell->updateObserverLists(true); });
+    scene.bell->ring();
+    EXPECT_EQ(scene.middle->told, 1);
+    EXPECT_EQ(scene.weak->told, 1);
+}
+
+// Observables that end ---------------------------------------------------------------------------------
+
+TEST(LifeAndDeath, ObservableMayEndInItsOwnWalk) {
+    Scene scene;
+    scene.strongDoes([&] { scene.bell.reset(); });
+    Results results;
+    scene.bell->touch(nullptr, &results);
+    EXPECT_EQ(scene.bell, nullptr);
+    EXPECT_EQ(scene.middle->told, 0);
+    EXPECT_EQ(results.size(), 1u);
+}
+
+TEST(LifeAndDeath, ObservableMayEndInANestedWalk) {
+    Scene scene;
+    int depth = 0;
+    scene.strongDoes([&] {
+        if (++depth < 3) {
+            scene.bell->ring();
+        } else {
+            scene.bell.reset();
+        }
+    });
+    scene.bell->ring();
+    EXPECT_EQ(depth, 3);
+    EXPECT_EQ(scene.middle->told, 0);
+}
+
+TEST(LifeAndDeath, ObservableMayEndInTheWalkOfAnother) {
+    Scene scene;
+    const auto other = std::make_shared<Bell>();
+    const auto ender = std::make_shared<Actor>();
+    other->addObserver(*ender, 1, tellAction, false);
+    ender->after = [&](Observable&, Actor::Initiator&) { scene.bell.reset(); };
+    scene.strongDoes([&] { other->ring(); });
+    scene.bell->ring();
+    EXPECT_EQ(ender->told, 1);
+    EXPECT_EQ(scene.middle->told, 0);
+    EXPECT_EQ(other->depth(), 0u);
+}
+
+TEST(LifeAndDeath, ObserverOutlivesItsObservables) {
+    Scene scene;
+    scene.bell.reset();
+    EXPECT_EQ(scene.strong->getNumObservedByMe(), 1u);
+    scene.strong.reset();
+    scene.middle->rmAllObservers(true);
+    EXPECT_EQ(scene.middle->getNumObservedByMe(), 0u);
+}
+
+TEST(LifeAndDeath, AttributeMayEndWhileItIsAskedAbout) {
+    auto number = attributeOf<int>(1);
+    const std::weak_ptr<Attribute> watched = number;
+    const auto ender = std::make_shared<Actor>();
+    ender->before = [&](Observable&, Actor::Initiator&) { number.reset(); };
+    number->addPreObserver(*ender, 1, askAction, false);
+    number->addObserver(*ender, 1, tellAction, false);
+    number->set(2);
+    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(ender->told, 0);
+}
+
+TEST(LifeAndDeath, AttributeMayEndWhileItTells) {
+    auto text = attributeOf<std::string>("a");
+    const auto ender = std::make_shared<Actor>();
+    ender->after = [&](Observable&, Actor::Initiator&) { text.reset(); };
+    text->addObserver(*ender, 1, tellAction, false);
+    text->set("b");
+    EXPECT_EQ(text, nullptr);
+
+    auto number = attributeOf<int>(1);
+    ender->after = [&](Observable&, Actor::Initiator&) { number.reset(); };
+    number->addObserver(*ender, 1, tellAction, false);
+    number->assignFrom("2");
+    EXPECT_EQ(number, nullptr);
+}
+
+TEST(LifeAndDeath, ContainerMayEndWhileItsNameChanges) {
+    auto container = AttrContainer::create();
+    const auto ender = std::make_shared<Actor>();
+    ender->after = [&](Observable&, Actor::Initiator&) { container.reset(); };
+    container->Attr_Name().addObserver(*ender, 1, tellAction, false);
+    container->name("new");
+    EXPECT_EQ(container, nullptr);
+    EXPECT_EQ(ender->told, 1);
+}
+
+// Roads around the handshake ---------------------------------------------------------------------------
+
+TEST(LifeAndDeath, ObserverThatWasNeverToldMayEnd) {
+    const auto bell = std::make_shared<Bell>();
+    const auto other = std::make_shared<Listener>();
+    auto untold = std::make_shared<Listener>();
+    bell->addObserver(*other, 1, tellAction, false);
+    bell->informAddPostObservedBy(relation(*bell, *untold), true);
+    untold.reset();
+    bell->ring();
+    EXPECT_EQ(other->told, 1);
+    EXPECT_EQ(bell->getNumPostObservers(), 2u) << "until the next clean-up";
+    bell->parEx()->setFlag(Bell::ParamsEx::postCleanupPending, true);
+    bell->ring();
+    EXPECT_EQ(bell->getNumPostObservers(), 1u);
+}
+
+TEST(LifeAndDeath, ObserverThatForgotTooEarlyMayEnd) {
+    Scene scene;
+    scene.middle->informRmObserve(*scene.bell);
+    scene.middle.reset();
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 1);
+}
+
+TEST(LifeAndDeath, ObserverMayEndBeforeItsRelationIsAdded) {
+    const auto bell = std::make_shared<Bell>();
+    auto listener = std::make_shared<Listener>();
+    auto path = relation(*bell, *listener);
+    listener.reset();
+    EXPECT_EQ(bell->addObserver(std::move(path), true), Observable::ObserverPending);
+    bell->ring();
+    EXPECT_TRUE(bell->updateObserverLists(true));
+}
+
+TEST(LifeAndDeath, ObserverOfACopiedRelationMayEndBeforeItIsTold) {
+    const auto bell = std::make_shared<Bell>();
+    const auto copy = std::make_shared<Bell>();
+    auto listener = listenerAt("/watcher");
+    bell->addObserver(*listener, 1, tellAction, false);
+    copy->copyFrom(*bell);
+    listener.reset();
+    EXPECT_TRUE(bell->par()->empty());
+    EXPECT_TRUE(copy->updateObserverLists(true));
+    copy->ring();
+    EXPECT_TRUE(copy->getPath(0).isGone());
+}
+
+TEST(LifeAndDeath, RelationMayBeOverwrittenByOneWhoseOwnerEnds) {
+    const auto bell = std::make_shared<Bell>();
+    auto brief = std::make_shared<Bell>();
+    const auto listener = std::make_shared<Listener>();
+    bell->addObserver("nobody", 1, tellAction, false);
+    bell->getPath(0) = *relation(*brief, *listener);
+    brief.reset();
+    EXPECT_TRUE(bell->updateObserverLists(true));
+    EXPECT_FALSE(bell->getPath(0).isActive()) << "its owner has gone";
+    bell->ring();
+}
+
+TEST(LifeAndDeath, ObserversAndObservablesWithoutAnOwnerLeaveEachOther) {
+    const auto ownedBell = std::make_shared<Bell>();
+    {
+        Listener listener;
+        ownedBell->addObserver(listener, 1, tellAction, false);
+        ownedBell->ring();
+        EXPECT_EQ(listener.told, 1);
+    }
+    EXPECT_TRUE(ownedBell->par()->empty());
+
+    Bell bell;
+    auto ownedListener = std::make_shared<Listener>();
+    bell.addObserver(*ownedListener, 1, tellAction, false);
+    bell.ring();
+    EXPECT_EQ(ownedListener->told, 1);
+    ownedListener.reset();
+    bell.ring();
+    EXPECT_TRUE(bell.getPath(0).isGone());
+}
+
+TEST(LifeAndDeath, ObserverOwnerlessInItsConstructorLeavesAtItsEnd) {
+    class Eager : public Listener {
+    public:
+        explicit Eager(Observable& observable) {
+            observable.addObserver(*this, 1, tellAction, false);
+        }
+    };
+    const auto bell = std::make_shared<Bell>();
+    auto eager = std::make_shared<Eager>(*bell);
+    bell->ring();
+    EXPECT_EQ(eager->told, 1);
+    const auto copy = std::make_shared<Bell>();
+    eager->path = "/eager";
+    copy->copyFrom(*bell);
+    eager.reset();
+    EXPECT_TRUE(bell->par()->empty());
+    copy->updateObserverLists(true);
+    copy->ring();
+}
+
+TEST(LifeAndDeath, ObserverMayEndAfterAWalkThatThrew) {
+    Scene scene;
+    scene.strongDoes([] { throw std::runtime_error("enough"); });
+    EXPECT_THROW(scene.bell->ring(), std::runtime_error);
+    scene.middle.reset();
+    scene.strong->after = nullptr;
+    scene.bell->ring();
+    EXPECT_EQ(scene.weak->told, 1);
+    scene.weak.reset();
+    scene.strong.reset();
+    scene.bell->ring();
+}

@@ -1,0 +1,363 @@
+// The memory of a copying action, and how copied relations find the copies of their observers.
+#include <AttributeContainer/ExchangePtr.h>
+#include <AttributeContainer/ObserverRelation.h>
+#include <AttributeContainer/kVAttrContainer.h>
+
+#include "support/Containers.h"
+#include "support/FreeAttribute.h"
+#include "support/ObserverGraph.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+using Table = ObserverRelationTableObserver;
+
+Observer* targetOf(const Observable& observable, std::uint64_t index = 0) {
+    const auto target = observable.getPath(index).getObserver();
+    return target ? &target->get() : nullptr;
+}
+
+// An inactive relation, as a copy has it.
+void addPending(Observable& observable, Observer& observer) {
+    const ObserverPath active(std::nullopt, ObserverPath::OptionalObserver{observer}, short{1},
+                              tellAction);
+    observable.addObserver(std::make_unique<ObserverPath>(active), true);
+}
+
+// A container with an attribute "Gain" and a field "watcher" that watches it.
+struct Watched {
+    std::shared_ptr<AttrContainer> holder = AttrContainer::create();
+    std::shared_ptr<Attr<double>> gain = addCustom<double>(*holder, "Gain", 1.0);
+    std::shared_ptr<Placed> watcher = addNamedField<Placed>(*holder, "watcher");
+
+    Watched() {
+        watcher->path = "/watcher";
+        gain->addObserver(*watcher, 1, tellAction, false);
+    }
+};
+
+std::shared_ptr<Attribute> gainOf(AttrContainer& holder) {
+    return holder.getAttribute("Gain").lock();
+}
+
+}  // namespace
+
+// The table --------------------------------------------------------------------------------------------
+
+TEST(ObserverRelation, TableIsAnObserverWithAName) {
+    const PreserveObserverRelation scope;
+    EXPECT_EQ(scope.getTable()->getName(), "ObserverRelationTableObserver");
+    EXPECT_EQ(scope.getTable()->getClassName(), "Observer");
+    EXPECT_EQ(scope.getTable()->getNumObservedByMe(), 0u);
+}
+
+TEST(ObserverRelation, TableKnowsTheFirstCopyOfAnObserver) {
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    const auto second = std::make_shared<Listener>();
+    Table table;
+    EXPECT_FALSE(table.lookup(old.get()).has_value());
+
+    table.insert(old.get(), copy.get());
+    table.insert(old.get(), second.get());
+
+    ASSERT_TRUE(table.lookup(old.get()).has_value());
+    EXPECT_EQ(&table.lookup(old.get())->get(), copy.get());
+    EXPECT_FALSE(table.lookup(copy.get()).has_value());
+    EXPECT_EQ(table.size(), 1u);
+    EXPECT_TRUE(table.isCopy(*copy));
+    EXPECT_FALSE(table.isCopy(*second));
+}
+
+TEST(ObserverRelation, TableKeepsAnObserverWithoutACopyAsItIs) {
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    Table table;
+    table.insert(old.get(), nullptr);
+    EXPECT_FALSE(table.lookup(old.get()).has_value());
+    table.insert(old.get(), copy.get());
+    EXPECT_FALSE(table.lookup(old.get()).has_value()) << "a key that is there is not overwritten";
+}
+
+TEST(ObserverRelation, TableForgetsAPairOfWhichOnePartGoes) {
+    const auto a = std::make_shared<Listener>();
+    const auto b = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    Table table;
+    table.insert(a.get(), copy.get());
+    table.insert(b.get(), copy.get());
+    table.forget(*a);
+    EXPECT_EQ(table.size(), 1u);
+    EXPECT_TRUE(table.isCopy(*copy));
+    table.forget(*copy);
+    EXPECT_EQ(table.size(), 0u);
+    EXPECT_FALSE(table.isCopy(*copy));
+    table.forget(*a);
+}
+
+// Scopes -----------------------------------------------------------------------------------------------
+
+TEST(ObserverRelation, ScopesOfAThreadShareOneTable) {
+    const PreserveObserverRelation outer;
+    const PreserveObserverRelation inner;
+    const BlockUpdateObservers block(nullptr);
+    EXPECT_EQ(inner.getTable(), outer.getTable());
+    EXPECT_EQ(block.getTable(), outer.getTable());
+    std::shared_ptr<Table> elsewhere;
+    std::thread([&] { elsewhere = PreserveObserverRelation().getTable(); }).join();
+    EXPECT_NE(elsewhere, outer.getTable());
+}
+
+TEST(ObserverRelation, TableLivesAsLongAsAScopeAndEndsEmpty) {
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    std::shared_ptr<Table> held;
+    std::weak_ptr<Table> watched;
+    {
+        const PreserveObserverRelation outer;
+        {
+            const PreserveObserverRelation inner;
+            inner.getTable()->insert(old.get(), copy.get());
+        }
+        EXPECT_EQ(outer.getTable()->size(), 1u) << "the outer scope still holds it";
+        held = outer.getTable();
+        watched = held;
+    }
+    EXPECT_EQ(held->size(), 0u);
+    EXPECT_FALSE(held->isCopy(*copy));
+    held.reset();
+    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(PreserveObserverRelation().getTable()->size(), 0u);
+}
+
+TEST(ObserverRelation, ScopeNamesTheContainerThatIsUpdatedAtItsEnd) {
+    const auto container = AttrContainer::create();
+    BlockUpdateObservers scope(nullptr);
+    EXPECT_EQ(scope.getToBeUpdated(), nullptr);
+    scope.setToBeUpdated(container);
+    EXPECT_EQ(scope.getToBeUpdated(), container);
+}
+
+TEST(ObserverRelation, ScopeUpdatesTheContainerThatItNamesLast) {
+    const auto listener = std::make_shared<Listener>();
+    const auto first = AttrContainer::create();
+    const auto last = AttrContainer::create();
+    addPending(first->Attr_Name(), *listener);
+    addPending(last->Attr_Name(), *listener);
+    {
+        BlockUpdateObservers scope(first);
+        scope.setToBeUpdated(last);
+    }
+    EXPECT_EQ(listener->getNumObservedByMe(), 1u);
+    EXPECT_NE(listener->lookupObservedByMe(last->Attr_Name()), notFound);
+}
+
+TEST(ObserverRelation, OnlyTheOutermostScopeUpdates) {
+    const auto listener = std::make_shared<Listener>();
+    const auto outerContainer = AttrContainer::create();
+    const auto innerContainer = AttrContainer::create();
+    addPending(outerContainer->Attr_Name(), *listener);
+    addPending(innerContainer->Attr_Name(), *listener);
+    {
+        const BlockUpdateObservers outer(outerContainer);
+        { const BlockUpdateObservers inner(innerContainer); }
+        EXPECT_EQ(listener->getNumObservedByMe(), 0u);
+    }
+    EXPECT_EQ(listener->getNumObservedByMe(), 1u);
+    EXPECT_NE(listener->lookupObservedByMe(outerContainer->Attr_Name()), notFound);
+}
+
+// Recording --------------------------------------------------------------------------------------------
+
+TEST(ObserverRelation, ObserverIsRecordedWithItsCopy) {
+    const auto bell = std::make_shared<Bell>();
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    bell->addObserver(*old, 1, tellAction, false);
+    const PreserveObserverRelation scope;
+    EXPECT_EQ(copy->copyFrom(*old), 1);
+    ASSERT_TRUE(scope.getTable()->lookup(old.get()).has_value());
+    EXPECT_EQ(&scope.getTable()->lookup(old.get())->get(), copy.get());
+}
+
+TEST(ObserverRelation, ObserverThatWatchesNothingIsNotRecorded) {
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    const PreserveObserverRelation scope;
+    EXPECT_EQ(copy->copyFrom(*old), 1);
+    EXPECT_EQ(scope.getTable()->size(), 0u);
+}
+
+TEST(ObserverRelation, PairEndsWithEitherOfItsParts) {
+    const auto bell = std::make_shared<Bell>();
+    auto old = std::make_shared<Listener>();
+    auto copy = std::make_shared<Listener>();
+    bell->addObserver(*old, 1, tellAction, false);
+    const PreserveObserverRelation scope;
+    copy->copyFrom(*old);
+    copy.reset();
+    EXPECT_FALSE(scope.getTable()->lookup(old.get()).has_value());
+    copy = std::make_shared<Listener>();
+    copy->copyFrom(*old);
+    EXPECT_EQ(scope.getTable()->size(), 1u);
+    old.reset();
+    EXPECT_EQ(scope.getTable()->size(), 0u);
+}
+
+// Swapping ---------------------------------------------------------------------------------------------
+
+TEST(ObserverRelation, SwapsAPendingRelationToTheCopyOfItsObserver) {
+    const auto number = attributeOf<int>(1);
+    const auto old = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    addPending(*number, *old);
+    Table table;
+    table.insert(old.get(), copy.get());
+    ExchangePtr visitor(table);
+
+    EXPECT_EQ(visitor.visit(*number), VisitorCore::Continue);
+
+    EXPECT_EQ(visitor.getNumExchanged(), 1u);
+    EXPECT_EQ(targetOf(*number), copy.get());
+    EXPECT_TRUE(number->getPath(0).isActive());
+    EXPECT_EQ(copy->getNumObservedByMe(), 1u);
+    EXPECT_EQ(old->getNumObservedByMe(), 0u);
+    visitor.visit(*number);
+    EXPECT_EQ(visitor.getNumExchanged(), 1u);
+}
+
+TEST(ObserverRelation, LeavesActiveTextualAndUnknownRelationsAlone) {
+    const auto number = attributeOf<int>(1);
+    const auto active = std::make_shared<Listener>();
+    const auto unknown = std::make_shared<Listener>();
+    const auto copy = std::make_shared<Listener>();
+    number->addObserver(*active, 1, linkAction, false);
+    number->addObserver("nobody", 1, tellAction, false);
+    addPending(*number, *unknown);
+    Table table;
+    table.insert(active.get(), copy.get());
+    ExchangePtr visitor(table);
+    EXPECT_EQ(visitor.getFirstLevel(), 0u);
+    EXPECT_EQ(visitor.getMaxLevel(), ~0u);
+
+    visitor.visit(*number);
+
+    EXPECT_EQ(visitor.getNumExchanged(), 0u);
+    EXPECT_EQ(copy->getNumObservedByMe(), 0u);
+    EXPECT_EQ(unknown->getNumObservedByMe(), 0u);
+}
+
+TEST(ObserverRelation, PutsWhatItDoesNotSwapInForceToo) {
+    const auto number = attributeOf<int>(1);
+    const auto outside = std::make_shared<Listener>();
+    addPending(*number, *outside);
+    Table table;
+    UpdateObserver visitor(table);
+    visitor.visit(*number);
+    EXPECT_EQ(visitor.getNumExchanged(), 0u);
+    EXPECT_EQ(outside->getNumObservedByMe(), 1u);
+    EXPECT_TRUE(number->getPath(0).isActive());
+}
+
+// Duplicates -------------------------------------------------------------------------------------------
+
+TEST(ObserverRelation, CopyOfAnAttributeIsWatchedByTheCopyOfItsObserver) {
+    Watched watched;
+
+    const auto copy = watched.holder->duplicate(CreateDeep);
+
+    const auto gain = gainOf(*copy);
+    const auto watcher = copy->getField("watcher").lock();
+    ASSERT_NE(gain, nullptr);
+    ASSERT_NE(watcher, nullptr);
+    ASSERT_EQ(gain->getNumPostObservers(), 1u);
+    EXPECT_EQ(targetOf(*gain), watcher.get());
+    EXPECT_NE(watcher.get(), watched.watcher.get());
+    EXPECT_TRUE(gain->getPath(0).isActive());
+    EXPECT_NE(watcher->lookupObservedByMe(*gain), notFound);
+    EXPECT_EQ(watched.watcher->lookupObservedByMe(*gain), notFound);
+    EXPECT_EQ(targetOf(*watched.gain), watched.watcher.get());
+}
+
+TEST(ObserverRelation, CopyOfAnAttributeIsWatchedByTheSameOutsideObserver) {
+    Watched watched;
+    const auto outside = listenerAt("/outside");
+    watched.gain->addObserver(*outside, 5, tellAction, false);
+
+    const auto copy = watched.holder->duplicate(CreateDeep);
+    std::static_pointer_cast<Attr<double>>(gainOf(*copy))->set(2.0);
+
+    EXPECT_EQ(outside->told, 1);
+    EXPECT_EQ(outside->getNumObservedByMe(), 2u);
+}
+
+TEST(ObserverRelation, AttributesOfCopiedFieldsAreUpdatedToo) {
+    Watched watched;
+    const auto root = AttrContainer::create();
+    ASSERT_TRUE(root->addField(watched.holder, "holder", 0));
+
+    const auto copy = root->duplicate(CreateDeep);
+
+    const auto holder = copy->getField("holder").lock();
+    ASSERT_NE(holder, nullptr);
+    EXPECT_EQ(targetOf(*gainOf(*holder)), holder->getField("watcher").lock().get());
+    EXPECT_TRUE(gainOf(*holder)->getPath(0).isActive());
+}
+
+TEST(ObserverRelation, FieldsThatAreSharedStayAsTheyAre) {
+    Watched watched;
+    const auto root = AttrContainer::create();
+    ASSERT_TRUE(root->addField(watched.holder, "holder", 0));
+    const auto listener = std::make_shared<Listener>();
+    addPending(watched.holder->Attr_Name(), *listener);
+
+    const auto copy = root->duplicate(CreateShareFields);
+
+    ASSERT_EQ(copy->getField("holder").lock(), watched.holder);
+    EXPECT_EQ(targetOf(*watched.gain), watched.watcher.get());
+    EXPECT_EQ(listener->getNumObservedByMe(), 0u);
+}
+
+TEST(ObserverRelation, ADuplicateInsideAnotherIsSwappedAtTheEndOfTheOutermost) {
+    Watched watched;
+    std::shared_ptr<AttrContainer> copy;
+    {
+        BlockUpdateObservers scope(nullptr);
+        copy = watched.holder->duplicate(CreateDeep);
+        EXPECT_FALSE(gainOf(*copy)->getPath(0).isActive());
+        EXPECT_EQ(targetOf(*gainOf(*copy)), watched.watcher.get());
+        scope.setToBeUpdated(copy);
+    }
+    EXPECT_TRUE(gainOf(*copy)->getPath(0).isActive());
+    EXPECT_EQ(targetOf(*gainOf(*copy)), copy->getField("watcher").lock().get());
+}
+
+TEST(ObserverRelation, RelationsOfTheNameGuardStayWithEachContainer) {
+    const auto container = AttrContainer::create();
+    const auto copy = container->duplicate(CreateDeep);
+    EXPECT_EQ(container->Attr_Name().getNumPreObservers(), 1u);
+    ASSERT_EQ(copy->Attr_Name().getNumPreObservers(), 1u);
+    EXPECT_EQ(targetOf(copy->Attr_Name()), copy.get());
+    EXPECT_EQ(container->getNumObservedByMe(), 1u);
+}
+
+TEST(ObserverRelation, ACopyWhoseObserverWentMeanwhileHasNothingToSwap) {
+    Watched watched;
+    std::shared_ptr<AttrContainer> copy;
+    {
+        BlockUpdateObservers scope(nullptr);
+        copy = watched.holder->duplicate(CreateDeep);
+        scope.setToBeUpdated(copy);
+        copy->rmField("watcher");
+        watched.holder->rmField("watcher");
+        watched.watcher.reset();
+    }
+    EXPECT_FALSE(gainOf(*copy)->getPath(0).isActive());
+    gainOf(*copy)->touch(nullptr, nullptr);
+}

@@ -1,0 +1,108 @@
+// What is left behind by streams that are cut off, changed or nested without end.
+#include <AttributeContainer/FallbackObject.h>
+#include <AttributeContainer/ModelInFormat.h>
+#include <AttributeContainer/Object.h>
+#include <AttributeContainer/Point3d.h>
+#include <AttributeContainer/ReferenceDictionary.h>
+
+#include "support/Containers.h"
+#include "support/ObjectText.h"
+#include "support/Streams.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+// The keyword that the thread's next read finds on a stream of its own.
+std::string keywordOfNextRead() {
+    std::istringstream in("clean ");
+    return ModelInFormat(in).getKeyword().value_or("(none)");
+}
+
+std::string sampleText() {
+    const auto root = named("root");
+    const auto point = addNamed<Point3d>(*root, "point");
+    point->Position({1, 2.5, 3});
+    addNamedField(*point, "field");
+    addNamed(*point, "inner");
+    addNamed<FallbackObject>(*root, "odd")->setOriginalClassName("Station");
+    std::string text = written(*root);
+    text.insert(text.size() - 2, "\nFoo \"{\\\"\" { 1 }" + body("x") + child("y"));
+    text += "\nChild { \n\"Object\" \"shared\"\nInstanceID 1" + body("shared") + "\n}";
+    text += "\nChild { \n\"Object\" \"again\"\nInstanceID 1\nReferenceToShared\n}";
+    return text;
+}
+
+void readAndWrite(const std::string& text) {
+    const auto root = Object::create();
+    const auto context = std::make_shared<ReadContextBase>();
+    auto dictionary = std::make_unique<ReferenceDictionary>();
+    std::vector<std::uint64_t> keys{1, 2, 3};
+    dictionary->initializeFromVector(keys);
+    context->setReferenceDictionary(std::move(dictionary));
+    bool isEndedHard = true;
+    try {
+        const auto code = readText(*root, text, context);
+        isEndedHard = code && !isWarning(*code);
+    } catch (const std::invalid_argument&) {
+        // A malformed number.
+    }
+    if (isEndedHard) {
+        EXPECT_EQ(keywordOfNextRead(), "clean") << text;
+    }
+    std::ostringstream out;
+    EXPECT_EQ(codeOf(root->writeTo(out, std::make_shared<const WriteContextBase>())), std::nullopt);
+}
+
+}  // namespace
+
+TEST(ObjectPersistenceHostile, LeavesATreeThatCanBeWrittenWhereverTheStreamIsCut) {
+    const std::string text = sampleText();
+
+    for (std::size_t size = 0; size < text.size(); ++size) readAndWrite(text.substr(0, size));
+}
+
+TEST(ObjectPersistenceHostile, LeavesATreeThatCanBeWrittenWhateverByteIsChanged) {
+    const std::string text = sampleText();
+
+    for (std::size_t at = 0; at < text.size(); ++at)
+        for (const char byte : {'}', '{', '"', ' ', '9'}) {
+            std::string changed = text;
+            changed[at] = byte;
+            readAndWrite(changed);
+        }
+}
+
+TEST(ObjectPersistenceHostile, RefusesAHundredThousandLevels) {
+    std::string text;
+    for (int i = 0; i < 100000; ++i) text += "Child { \"Object\" \"c\" AttrContainer { } ";
+
+    const auto root = Object::create();
+    EXPECT_EQ(readText(*root, text), ErrorCode::ParseFailed);
+
+    int depth = 0;
+    for (std::shared_ptr<Object> at = root; at->getNumChildren() > 0; ++depth) at = at->getChild(0);
+    EXPECT_EQ(depth, 1000);
+}
+
+TEST(ObjectPersistenceHostile, CannotNestBlocksOfUnknownAndKnownClassesWithoutEnd) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i)
+        text += "Child { \"" + std::string(i % 2 == 0 ? "Object" : "Foo") +
+                "\" \"c\" AttrContainer { } ";
+    for (int i = 0; i < 20000; ++i) text += "} ";
+
+    readAndWrite(text);
+}
