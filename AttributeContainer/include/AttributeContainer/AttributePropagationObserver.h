@@ -14,8 +14,9 @@ class Attribute;
 /// attribute weakly and is held by it.
 class QOR_API AttributePropagationObserver : public Observer {
 public:
-    AttributePropagationObserver(std::weak_ptr<Attribute> attribute,
-                                 const std::optional<std::reference_wrapper<const Observer>>& source);
+    AttributePropagationObserver(
+        std::weak_ptr<Attribute> attribute,
+        const std::optional<std::reference_wrapper<const Observer>>& source);
     ~AttributePropagationObserver() override;
 
     std::string getName() const override;

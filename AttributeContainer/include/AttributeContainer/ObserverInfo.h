@@ -35,8 +35,7 @@ private:
 using ObserverInfoMap = std::unordered_map<std::type_index, std::shared_ptr<ObserverInfo>>;
 
 /// The value that an attribute is about to take.
-template <class T>
-class QOR_API NewValueInfo : public ObserverInfo {
+template <class T> class QOR_API NewValueInfo : public ObserverInfo {
 public:
     explicit NewValueInfo(const T& value) : value(value) {}
     const T& getValue() const { return value; }
@@ -67,8 +66,7 @@ public:
     static const std::string& getStaticClassName();
 
     /// Adds a text; the value of a key that is there is overwritten.
-    template <class Value>
-    void addInfo(const std::string& key, const Value& value) {
+    template <class Value> void addInfo(const std::string& key, const Value& value) {
         infos.insert_or_assign(key, std::string(value));
     }
     /// \return always a value, an empty text for an unknown key.

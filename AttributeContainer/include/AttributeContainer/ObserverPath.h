@@ -117,9 +117,7 @@ private:
         return hasFlag(activeBit) && !hasEnded(guard) ? observer : nullptr;
     }
     /// Whether this relation has or had that target, also while the observer is being destroyed.
-    bool leadsTo(const Observer& other) const {
-        return hasFlag(resolvedBit) && observer == &other;
-    }
+    bool leadsTo(const Observer& other) const { return hasFlag(resolvedBit) && observer == &other; }
     /// Tells an active target to forget the relation, once.
     void dismiss(Observable& observable);
     /// The observer goes away while this relation cannot leave its list: nothing may reach it.
@@ -134,9 +132,9 @@ private:
     short priority = 0;
     unsigned char flags = temporaryBit;
     std::optional<std::reference_wrapper<Action>> action;
-    Observer* observer = nullptr;           // the target, when resolved
-    std::weak_ptr<ObservingObject> guard;   // of the target
-    std::unique_ptr<std::string> text;      // the target, when not resolved
+    Observer* observer = nullptr;          // the target, when resolved
+    std::weak_ptr<ObservingObject> guard;  // of the target
+    std::unique_ptr<std::string> text;     // the target, when not resolved
     ObservingObject* owner = nullptr;
     std::weak_ptr<ObservingObject> ownerGuard;
 };

@@ -42,7 +42,8 @@ private:
 
     std::atomic<std::uint64_t> scopeCount{0};
     std::map<const Observer*, Observer*> relations;
-    std::multimap<const Observer*, const Observer*> originals;  // the same, read backwards
+    // From each copy to its originals, also where another copy was the first.
+    std::multimap<const Observer*, const Observer*> originals;
     std::uint64_t blockCount = 0;
 };
 

@@ -13,8 +13,6 @@ AttributePropagationObserver::AttributePropagationObserver(
 
 AttributePropagationObserver::~AttributePropagationObserver() = default;
 
-std::string AttributePropagationObserver::getName() const {
-    return "AttributePropagationObserver";
-}
+std::string AttributePropagationObserver::getName() const { return "AttributePropagationObserver"; }
 
 }  // namespace QOR::AttributeContainer

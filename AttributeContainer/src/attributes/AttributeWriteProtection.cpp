@@ -38,9 +38,7 @@ std::shared_ptr<AttributeWriteProtection> AttributeWriteProtection::create(
     return protection;
 }
 
-std::string AttributeWriteProtection::getName() const {
-    return "AttributeWriteProtection";
-}
+std::string AttributeWriteProtection::getName() const { return "AttributeWriteProtection"; }
 
 std::string AttributeWriteProtection::describe(const std::string& requested) const {
     return "Trying to modify write protected attribute value. Original value: " + protectedValue +

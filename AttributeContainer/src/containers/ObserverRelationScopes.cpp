@@ -31,9 +31,7 @@ std::uint64_t ExchangePtr::exchangePtr(Attribute& attribute,
     return attribute.exchangePtr(relations);
 }
 
-bool ExchangePtr::isCopy(const AttrContainer& container) const {
-    return table.isCopy(container);
-}
+bool ExchangePtr::isCopy(const AttrContainer& container) const { return table.isCopy(container); }
 
 VisitorCore::VisitResult ExchangePtr::visit(Attribute& attribute) {
     numExchanged += exchangePtr(attribute, table);

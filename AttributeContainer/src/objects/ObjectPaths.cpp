@@ -77,11 +77,13 @@ std::weak_ptr<const ObservingObject> Object::inqObserver(
 }
 
 std::shared_ptr<Object> Object::inqObject(const std::optional<std::string>& path) {
-    return std::dynamic_pointer_cast<Object>(inqObserver(path).lock());
+    if (!path) return nullptr;
+    return std::dynamic_pointer_cast<Object>(inqObserver(*path).lock());
 }
 
 std::shared_ptr<const Object> Object::inqObject(const std::optional<std::string>& path) const {
-    return std::dynamic_pointer_cast<const Object>(inqObserver(path).lock());
+    if (!path) return nullptr;
+    return std::dynamic_pointer_cast<const Object>(inqObserver(*path).lock());
 }
 
 }  // namespace QOR::AttributeContainer

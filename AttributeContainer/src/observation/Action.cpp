@@ -16,9 +16,7 @@ const std::string& Action::getStaticClassName() {
     return name;
 }
 
-const std::string& Action::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& Action::getClassName() const { return getStaticClassName(); }
 
 Action::~Action() = default;
 

@@ -54,8 +54,7 @@ bool ActionContainer::registerActionDef(std::shared_ptr<ActionDefinitionBase> de
     return true;
 }
 
-bool ActionContainer::unregisterActionDef(
-    std::shared_ptr<const ActionDefinitionBase> definition) {
+bool ActionContainer::unregisterActionDef(std::shared_ptr<const ActionDefinitionBase> definition) {
     const auto found = std::ranges::find(definitions, definition);
     if (found == definitions.end()) return false;
     for (std::uint64_t i = 0; i < definition->getNumActions(); ++i) {

@@ -11,8 +11,7 @@ struct ActionRow {
     std::shared_ptr<Action> (*make)(std::uint64_t token);
 };
 
-template <class X>
-std::shared_ptr<Action> make(std::uint64_t token) {
+template <class X> std::shared_ptr<Action> make(std::uint64_t token) {
     return std::make_shared<X>(token);
 }
 
@@ -56,22 +55,15 @@ const std::string& ActionDefinitionBase::getStaticClassName() {
     return name;
 }
 
-const std::string& ActionDefinitionBase::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& ActionDefinitionBase::getClassName() const { return getStaticClassName(); }
 
-std::uint64_t ActionDefinitionBase::getNumActions() const {
-    return 0;
-}
+std::uint64_t ActionDefinitionBase::getNumActions() const { return 0; }
 
-std::optional<std::reference_wrapper<Action>> ActionDefinitionBase::getAction(
-    std::uint64_t) const {
+std::optional<std::reference_wrapper<Action>> ActionDefinitionBase::getAction(std::uint64_t) const {
     return std::nullopt;
 }
 
-std::string ActionDefinitionBase::getActionName(std::uint64_t) const {
-    return {};
-}
+std::string ActionDefinitionBase::getActionName(std::uint64_t) const { return {}; }
 
 ActionDefinitionBase::~ActionDefinitionBase() = default;
 
@@ -89,13 +81,9 @@ std::shared_ptr<ActionDefinition> ActionDefinition::the() {
     return definition;
 }
 
-void ActionDefinition::cleanup() {
-    instance().reset();
-}
+void ActionDefinition::cleanup() { instance().reset(); }
 
-std::uint64_t ActionDefinition::getNumActions() const {
-    return actions.size();
-}
+std::uint64_t ActionDefinition::getNumActions() const { return actions.size(); }
 
 std::optional<std::reference_wrapper<Action>> ActionDefinition::getAction(
     std::uint64_t index) const {

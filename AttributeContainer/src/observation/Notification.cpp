@@ -36,8 +36,7 @@ void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
 
 void Observable::runWalk(const Initiator& initiator, ObserverList& list,
                          std::vector<NotificationResult>* results, const bool& gone) {
-    const Action::Initiator given =
-        initiator ? Action::Initiator{*initiator} : Action::Initiator{};
+    const Action::Initiator given = initiator ? Action::Initiator{*initiator} : Action::Initiator{};
     auto& paths = list.paths;
     for (std::uint64_t index = paths.size(); index-- > 0;) {
         const ObserverPath& path = *paths[index];
@@ -104,8 +103,7 @@ std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index
     return table ? table->take(*this, type, dropEmpty) : nullptr;
 }
 
-bool Observable::removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info,
-                                  bool dropEmpty) {
+bool Observable::removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info, bool dropEmpty) {
     if (!info) return false;
     const std::type_index type{typeid(*info)};
     if (lookupNotifyInfo(type) != info) return false;

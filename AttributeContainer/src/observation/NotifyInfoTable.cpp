@@ -23,9 +23,7 @@ struct TableOwner {
 };
 }  // namespace
 
-NotifyInfoTable* NotifyInfoTable::current() {
-    return tableOfThread;
-}
+NotifyInfoTable* NotifyInfoTable::current() { return tableOfThread; }
 
 NotifyInfoTable* NotifyInfoTable::make() {
     if (!tableOfThread && !threadEnds) {

@@ -16,9 +16,7 @@ constexpr std::uint64_t none = ~std::uint64_t{0};
 
 Observable::Params::~Params() = default;
 
-bool Observable::Params::empty() const {
-    return postObservers.empty();
-}
+bool Observable::Params::empty() const { return postObservers.empty(); }
 
 std::uint64_t Observable::Params::lookupContent(ObserverPath& path) const {
     return postObservers.lookupContent(path);
@@ -26,9 +24,7 @@ std::uint64_t Observable::Params::lookupContent(ObserverPath& path) const {
 
 Observable::ParamsEx::~ParamsEx() = default;
 
-bool Observable::ParamsEx::empty() const {
-    return postObservers.empty() && preObservers.empty();
-}
+bool Observable::ParamsEx::empty() const { return postObservers.empty() && preObservers.empty(); }
 
 std::uint64_t Observable::ParamsEx::lookupContent(ObserverPath& path) const {
     const std::uint64_t index = postObservers.lookupContent(path);
@@ -55,9 +51,7 @@ std::weak_ptr<const ObservingObject> Observable::inqObserver(
     return resolveSegments(*this, *path);
 }
 
-std::optional<std::string> Observable::inqObjPath() const {
-    return std::nullopt;
-}
+std::optional<std::string> Observable::inqObjPath() const { return std::nullopt; }
 
 // Adding and removing -----------------------------------------------------------------------
 
@@ -110,8 +104,7 @@ Observable::AddResult Observable::finishAdding(ObserverPath* path) {
     return ObserverInformed;
 }
 
-ObserverPath* Observable::informAddPostObservedBy(std::unique_ptr<ObserverPath> path,
-                                                  bool sorted) {
+ObserverPath* Observable::informAddPostObservedBy(std::unique_ptr<ObserverPath> path, bool sorted) {
     return insert(params.postObservers, std::move(path), sorted);
 }
 
@@ -131,6 +124,7 @@ ObserverPath* Observable::insert(ObserverList& list, std::unique_ptr<ObserverPat
 void Observable::rmObserver(Observer& observer) {
     informRmObservedBy(observer);
     observer.informRmObserveAll(*this);
+    if (params.notifyDepth.load(std::memory_order_relaxed) == 0) return;
     // What had to stay in its list is not to tell the observer again.
     for (ObserverList* const list : {&params.postObservers, &params.preObservers})
         for (const auto& path : list->paths)
@@ -149,9 +143,9 @@ void Observable::informRmObservedBy(Observer& observer, ObserverList& list) {
         if (list.get(i).leadsTo(observer) && !list.remove(i, depth)) deferred = true;
     }
     if (!deferred) return;
-    params.setFlag(&list == &params.postObservers ? ParamsEx::postCleanupPending
-                                                  : ParamsEx::preCleanupPending,
-                   true);
+    params.setFlag(
+        &list == &params.postObservers ? ParamsEx::postCleanupPending : ParamsEx::preCleanupPending,
+        true);
     observer.noteLingering(*this);
 }
 
@@ -195,9 +189,9 @@ void Observable::removePath(std::uint64_t index) {
     path.dismiss(*this);
     if (depth != 0 && path.isActive()) path.observer->noteLingering(*this);
     list.remove(place, depth);
-    params.setFlag(&list == &params.preObservers ? ParamsEx::preCleanupPending
-                                                 : ParamsEx::postCleanupPending,
-                   true);
+    params.setFlag(
+        &list == &params.preObservers ? ParamsEx::preCleanupPending : ParamsEx::postCleanupPending,
+        true);
 }
 
 bool Observable::removePath(ObserverPath& path) {

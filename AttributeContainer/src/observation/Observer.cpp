@@ -18,16 +18,15 @@ constexpr std::uint64_t none = ~std::uint64_t{0};
 
 thread_local std::shared_ptr<Observer> pathRoot;
 
-bool isSame(const std::weak_ptr<Observable>& entry, const std::weak_ptr<const ObservingObject>& of) {
+bool isSame(const std::weak_ptr<Observable>& entry,
+            const std::weak_ptr<const ObservingObject>& of) {
     return !entry.owner_before(of) && !of.owner_before(entry);
 }
 }  // namespace
 
 Observer::Params::~Params() = default;
 
-bool Observer::Params::empty() const {
-    return observedByMe.empty();
-}
+bool Observer::Params::empty() const { return observedByMe.empty(); }
 
 Observer::Observer(const std::optional<std::reference_wrapper<const Observer>>& source) {
     if (source) Observer::copyFrom(source->get());
@@ -44,9 +43,7 @@ const std::string& Observer::getStaticClassName() {
     return name;
 }
 
-const std::string& Observer::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& Observer::getClassName() const { return getStaticClassName(); }
 
 std::weak_ptr<const ObservingObject> Observer::inqObserver(
     const std::optional<const std::string>& path) const {
@@ -79,21 +76,13 @@ Action::ExecReturn Observer::toChangeNotify(Observable&, Initiator&) {
     return Action::ExecUnchanged;
 }
 
-std::optional<std::string> Observer::inqDisplayPath() const {
-    return std::nullopt;
-}
+std::optional<std::string> Observer::inqDisplayPath() const { return std::nullopt; }
 
-std::optional<std::string> Observer::inqObjPath() const {
-    return std::nullopt;
-}
+std::optional<std::string> Observer::inqObjPath() const { return std::nullopt; }
 
-bool Observer::checkLocking(const ActionForCheckLocking&) const {
-    return true;
-}
+bool Observer::checkLocking(const ActionForCheckLocking&) const { return true; }
 
-void Observer::informDelete(const Observable& observable) {
-    informRmObserve(observable);
-}
+void Observer::informDelete(const Observable& observable) { informRmObserve(observable); }
 
 std::optional<std::reference_wrapper<const Observer>> Observer::lookupObject() const {
     return *this;
@@ -241,8 +230,6 @@ std::optional<std::reference_wrapper<Observer>> Observer::currentPathRoot() {
     return *pathRoot;
 }
 
-void Observer::currentPathRoot(std::shared_ptr<Observer> root) {
-    pathRoot = std::move(root);
-}
+void Observer::currentPathRoot(std::shared_ptr<Observer> root) { pathRoot = std::move(root); }
 
 }  // namespace QOR::AttributeContainer

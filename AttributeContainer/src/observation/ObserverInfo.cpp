@@ -7,9 +7,7 @@ const std::string& ObserverInfo::getStaticClassName() {
     return name;
 }
 
-const std::string& ObserverInfo::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& ObserverInfo::getClassName() const { return getStaticClassName(); }
 
 ObserverInfo::~ObserverInfo() = default;
 
@@ -22,9 +20,7 @@ const std::string& InfoFailed::getStaticClassName() {
     return name;
 }
 
-const std::string& InfoFailed::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& InfoFailed::getClassName() const { return getStaticClassName(); }
 
 InfoStringMap::InfoStringMap(std::map<std::string, std::string> infos) : infos(std::move(infos)) {}
 
@@ -33,9 +29,7 @@ const std::string& InfoStringMap::getStaticClassName() {
     return name;
 }
 
-const std::string& InfoStringMap::getClassName() const {
-    return getStaticClassName();
-}
+const std::string& InfoStringMap::getClassName() const { return getStaticClassName(); }
 
 std::optional<std::string> InfoStringMap::getInfoByKey(const std::string& key) const {
     const auto found = infos.find(key);

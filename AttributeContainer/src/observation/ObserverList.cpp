@@ -72,9 +72,8 @@ bool ObserverList::removeElement(const ObserverPath& path, std::uint64_t depth) 
 }
 
 void ObserverList::sort() {
-    std::ranges::sort(paths, [](const auto& a, const auto& b) {
-        return ObserverPath::comp(*a, *b) < 0;
-    });
+    std::ranges::sort(paths,
+                      [](const auto& a, const auto& b) { return ObserverPath::comp(*a, *b) < 0; });
 }
 
 std::uint64_t ObserverList::findInsertionPoint(const ObserverPath& path) const {

@@ -10,9 +10,7 @@ namespace QOR::AttributeContainer {
 
 ObserverPath::ObserverPath() = default;
 
-ObserverPath::ObserverPath(const ObserverPath& other) {
-    copyFrom(other);
-}
+ObserverPath::ObserverPath(const ObserverPath& other) { copyFrom(other); }
 
 ObserverPath& ObserverPath::operator=(const ObserverPath& other) {
     if (this != &other) copyFrom(other);
@@ -192,9 +190,7 @@ int ObserverPath::comp(const ObserverPath& a, const ObserverPath& b) {
     return a.priority < b.priority ? -1 : 1;
 }
 
-int ObserverPath::negComp(const ObserverPath& a, const ObserverPath& b) {
-    return -comp(a, b);
-}
+int ObserverPath::negComp(const ObserverPath& a, const ObserverPath& b) { return -comp(a, b); }
 
 bool ObserverPath::operator==(const ObserverPath& other) const {
     if (action.has_value() != other.action.has_value()) return false;

@@ -29,20 +29,18 @@ std::optional<std::reference_wrapper<Observer>> ObserverRelationTableObserver::l
 }
 
 void ObserverRelationTableObserver::insert(const Observer* old, Observer* copy) {
-    const bool isNew = relations.try_emplace(old, copy).second;
-    if (isNew && copy) originals.emplace(copy, old);
+    relations.try_emplace(old, copy);
+    if (copy) originals.emplace(copy, old);
 }
 
 void ObserverRelationTableObserver::forget(const Observer& observer) {
     const auto [first, last] = originals.equal_range(&observer);
-    for (auto pair = first; pair != last; ++pair) relations.erase(pair->second);
+    for (auto pair = first; pair != last; ++pair) {
+        const auto asCopy = relations.find(pair->second);
+        if (asCopy != relations.end() && asCopy->second == &observer) relations.erase(asCopy);
+    }
     originals.erase(first, last);
-    const auto asOld = relations.find(&observer);
-    if (asOld == relations.end()) return;
-    const auto [copyFirst, copyLast] = originals.equal_range(asOld->second);
-    for (auto pair = copyFirst; pair != copyLast;)
-        pair = pair->second == &observer ? originals.erase(pair) : std::next(pair);
-    relations.erase(asOld);
+    relations.erase(&observer);
 }
 
 void ObserverRelationTableObserver::clear() {

@@ -23,17 +23,11 @@ std::vector<std::string> split(const std::string& path) {
 }
 }  // namespace
 
-PathStep::PathStep() {
-    ++numSteps;
-}
+PathStep::PathStep() { ++numSteps; }
 
-PathStep::~PathStep() {
-    --numSteps;
-}
+PathStep::~PathStep() { --numSteps; }
 
-bool PathStep::isTooDeep() const {
-    return numSteps > maxSteps;
-}
+bool PathStep::isTooDeep() const { return numSteps > maxSteps; }
 
 std::weak_ptr<const ObservingObject> resolveSegments(const ObservingObject& start,
                                                      const std::string& path) {

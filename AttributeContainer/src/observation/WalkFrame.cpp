@@ -12,9 +12,7 @@ WalkFrame::WalkFrame(const Observable& observable) : observable(&observable), ou
     innermost = this;
 }
 
-WalkFrame::~WalkFrame() {
-    innermost = outer;
-}
+WalkFrame::~WalkFrame() { innermost = outer; }
 
 void WalkFrame::leaveWord(const Observable& observable) {
     for (WalkFrame* frame = innermost; frame; frame = frame->outer)

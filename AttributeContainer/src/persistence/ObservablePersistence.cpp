@@ -33,9 +33,7 @@ const KeyTable& words() {
 }
 
 // Whether a relation is for a document at all: not one that is temporary or leads nowhere any more.
-bool isStored(const ObserverPath& path) {
-    return !path.isTemporary() && !path.isGone();
-}
+bool isStored(const ObserverPath& path) { return !path.isTemporary() && !path.isGone(); }
 
 // Whether a relation can be found again: by the path of its observer, its action and a priority.
 bool isComplete(const ObserverPath& path) {
@@ -45,7 +43,8 @@ bool isComplete(const ObserverPath& path) {
 }
 
 ErrorPtr writeRelations(const std::vector<const ObserverPath*>& paths, const std::string& word,
-                        std::ostream& stream, const std::shared_ptr<const WriteContextBase>& context,
+                        std::ostream& stream,
+                        const std::shared_ptr<const WriteContextBase>& context,
                         FirstWarning& firstWarning) {
     WriteToScope scope(stream, context);
     const bool isText = context->getFormat() == ModelFormat::Text;
@@ -110,16 +109,16 @@ ErrorPtr Observable::readFrom(std::istream& stream,
         }
         if (word != PathWord)
             return ReadFromScope::fail(QOR_ERROR(ParseFailed, "Observable::readFrom"));
-        auto path = std::make_unique<ObserverPath>(
-            ObserverPath::Owner{*this}, ObserverPath::OptionalObserver{}, short{1},
-            ~std::uint64_t{0});
+        auto path = std::make_unique<ObserverPath>(ObserverPath::Owner{*this},
+                                                   ObserverPath::OptionalObserver{}, short{1},
+                                                   ~std::uint64_t{0});
         if (auto error = firstWarning.take(path->readFrom(stream, context)))
             return ReadFromScope::fail(std::move(error));
         if (isXml) imf.nextKeyword();
         if (!path->getAction()) {
             // An unknown name costs the relation and no more.
-            if (auto error = firstWarning.take(
-                    QOR_ERROR(ObserverEntryDropped, "Observable::readFrom")))
+            if (auto error =
+                    firstWarning.take(QOR_ERROR(ObserverEntryDropped, "Observable::readFrom")))
                 return error;
         } else {
             const AddResult added =

@@ -40,8 +40,7 @@ ErrorPtr ObserverPath::writeTo(std::ostream& stream,
     stream.precision(8);
     mof.startBlock("ObserverPath");
     mof.startValue("Path");
-    if (const auto path = getPath())
-        DataOutFormat<std::string>(stream, format).put(*path);
+    if (const auto path = getPath()) DataOutFormat<std::string>(stream, format).put(*path);
     mof.endValue();
     mof.startValue("Priority");
     DataOutFormat<short>(stream, format).put(priority);
@@ -66,9 +65,7 @@ ErrorPtr ObserverPath::readFrom(std::istream& stream,
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
         switch (words().keyToToken(*keyword)) {
-            case BlockWord:
-                imf.nextKeyword();
-                break;
+            case BlockWord: imf.nextKeyword(); break;
             case PathWord: {
                 const std::string path = DataInFormat<std::string>(stream, format).get();
                 deactivate();
@@ -76,14 +73,9 @@ ErrorPtr ObserverPath::readFrom(std::istream& stream,
                 lookupObserver();  // told of the relation later, when all lists are updated
                 break;
             }
-            case PriorityWord:
-                priority = DataInFormat<short>(stream, format).get();
-                break;
-            case ActionWord:
-                setAction(DataInFormat<std::string>(stream, format).get());
-                break;
-            default:
-                return ReadFromScope::fail(QOR_ERROR(ParseFailed, "ObserverPath::readFrom"));
+            case PriorityWord: priority = DataInFormat<short>(stream, format).get(); break;
+            case ActionWord: setAction(DataInFormat<std::string>(stream, format).get()); break;
+            default: return ReadFromScope::fail(QOR_ERROR(ParseFailed, "ObserverPath::readFrom"));
         }
         imf.nextKeyword();
     }

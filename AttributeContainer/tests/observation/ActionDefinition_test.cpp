@@ -51,9 +51,8 @@ TEST_P(ActionRows, HaveATokenANameAndAClass) {
     EXPECT_EQ(definition.getActionToken(row.name), row.token);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ActionRows, testing::ValuesIn(rows), [](const auto& row) {
-    return std::string(row.param.name);
-});
+INSTANTIATE_TEST_SUITE_P(All, ActionRows, testing::ValuesIn(rows),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ActionDefinition, HasThirteenActions) {
     EXPECT_EQ(ActionDefinition().getNumActions(), 13u);

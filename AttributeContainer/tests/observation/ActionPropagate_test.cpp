@@ -46,7 +46,7 @@ public:
 
 private:
     Action::ExecReturn note(const std::string& what, Initiator& initiator) {
-        const std::string who = !initiator                      ? "nobody"
+        const std::string who = !initiator                    ? "nobody"
                                 : &initiator->get() == &known ? "the source"
                                                               : "somebody";
         book.push_back(what + " for " + who);
@@ -68,8 +68,8 @@ TEST(ActionPropagate, CopiesTheValue) {
 TEST(ActionPropagate, GoesThroughTheTextBetweenUnlikeTypes) {
     Scene scene;
     const auto text = attributeOf<std::string>("");
-    const auto answer = scene.action.execute(*scene.source, *text->getObserver().lock(),
-                                             std::nullopt);
+    const auto answer =
+        scene.action.execute(*scene.source, *text->getObserver().lock(), std::nullopt);
     EXPECT_EQ(answer, Action::ExecDone);
     EXPECT_EQ(text->get(), "1");
 }
@@ -103,8 +103,7 @@ TEST(ActionPropagate, IsRefusedWhereTheTargetHasGone) {
     Scene scene;
     const auto companion = scene.target->getObserver().lock();
     scene.target.reset();
-    EXPECT_EQ(scene.action.execute(*scene.source, *companion, std::nullopt),
-              Action::ExecRefused);
+    EXPECT_EQ(scene.action.execute(*scene.source, *companion, std::nullopt), Action::ExecRefused);
 }
 
 TEST(ActionPropagate, WorksOnlyTowardsACompanion) {
@@ -158,8 +157,7 @@ TEST(ActionPropagate, AsksAndTellsTheTargetsObserversTwice) {
     scene.execute();
 
     EXPECT_EQ(recorder->book,
-              (std::vector<std::string>{"asked for the source",
-                                        "asked, value pending, for nobody",
+              (std::vector<std::string>{"asked for the source", "asked, value pending, for nobody",
                                         "told for nobody", "told for the source"}));
 }
 

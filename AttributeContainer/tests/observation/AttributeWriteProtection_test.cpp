@@ -74,7 +74,7 @@ TEST(AttributeWriteProtection, WatchesNothingWithoutAnAttribute) {
     EXPECT_EQ(protection->changedNotify(*number, nobody), Action::ExecRefused);
 }
 
-// Refusing at once -------------------------------------------------------------------------------------
+// Refusing at once ------------------------------------------------------------------------------
 
 TEST(AttributeWriteProtection, RefusesAChangeAndLogsIt) {
     const auto number = attributeOf<int>(1);
@@ -124,7 +124,7 @@ TEST(AttributeWriteProtection, AnswersAsTheStepsOfARefusalGo) {
     EXPECT_EQ(refusing->toChangeNotify(*bell, nobody), Action::ExecDone);
 }
 
-// Putting the value back -------------------------------------------------------------------------------
+// Putting the value back ------------------------------------------------------------------------
 
 TEST(AttributeWriteProtection, PutsAValueBackThatCameAsText) {
     const auto number = attributeOf<int>(1);
@@ -195,7 +195,7 @@ TEST(AttributeWriteProtection, AnswersAsTheStepsOfARestoreGo) {
     EXPECT_TRUE(log.records.empty());
 }
 
-// Two at a time, and the end ---------------------------------------------------------------------------
+// Two at a time, and the end --------------------------------------------------------------------
 
 TEST(AttributeWriteProtection, EndsWhereTwoOfThemWantUnlikeValues) {
     const auto number = attributeOf<int>(1);

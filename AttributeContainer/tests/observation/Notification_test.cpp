@@ -46,7 +46,7 @@ public:
 
 }  // namespace
 
-// Order ------------------------------------------------------------------------------------------------
+// Order -----------------------------------------------------------------------------------------
 
 TEST(Notification, ReachesStrongerObserversFirst) {
     Scene scene;
@@ -125,7 +125,7 @@ TEST(Notification, DoesNothingWithoutObservers) {
     EXPECT_EQ(bell->depth(), 0u);
 }
 
-// Answers ----------------------------------------------------------------------------------------------
+// Answers ---------------------------------------------------------------------------------------
 
 TEST(Notification, GoesOnAfterARefusal) {
     Scene scene;
@@ -185,7 +185,7 @@ TEST(Notification, CannotRecordAnObserverThatNobodyOwns) {
     EXPECT_THROW(bell->touch(nullptr, &results), std::bad_weak_ptr);
 }
 
-// Initiators -------------------------------------------------------------------------------------------
+// Initiators ------------------------------------------------------------------------------------
 
 TEST(Notification, PassesTheInitiatorOver) {
     Scene scene;
@@ -215,7 +215,7 @@ TEST(Notification, TellsForWhomItRuns) {
     EXPECT_EQ(initiators, (std::vector<ObservingObject*>{bell.get(), nullptr}));
 }
 
-// Depth, flags and clean-up ----------------------------------------------------------------------------
+// Depth, flags and clean-up ---------------------------------------------------------------------
 
 TEST(Notification, DoesNotRunWhereItIsSwitchedOff) {
     Scene scene;

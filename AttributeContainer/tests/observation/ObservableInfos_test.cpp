@@ -30,7 +30,7 @@ private:
 
 }  // namespace
 
-// Adding and looking up --------------------------------------------------------------------------------
+// Adding and looking up -------------------------------------------------------------------------
 
 TEST(ObservableInfos, TakesNoEmptyPointer) {
     const auto bell = std::make_shared<Bell>();
@@ -94,7 +94,7 @@ TEST(ObservableInfos, AreSeenOnTheThreadThatHungThemOnly) {
     EXPECT_FALSE(isSeen);
 }
 
-// Removing one -----------------------------------------------------------------------------------------
+// Removing one ----------------------------------------------------------------------------------
 
 TEST(ObservableInfos, GivesBackTheInfoThatItTakesOut) {
     const auto bell = std::make_shared<Bell>();
@@ -131,7 +131,7 @@ TEST(ObservableInfos, RemovesExactlyTheGivenObject) {
     EXPECT_FALSE(bell->removeNotifyInfo(std::shared_ptr<const ObserverInfo>(texts), true));
 }
 
-// Removing many ----------------------------------------------------------------------------------------
+// Removing many ---------------------------------------------------------------------------------
 
 TEST(ObservableInfos, DropsThoseThatExpireAndCountsThem) {
     const auto bell = std::make_shared<Bell>();
@@ -182,7 +182,7 @@ TEST(ObservableInfos, RemovesNothingForAnEmptyMapPointer) {
     EXPECT_NE(bell->lookupNotifyInfo(typeid(Texts)), nullptr);
 }
 
-// Handing on -------------------------------------------------------------------------------------------
+// Handing on ------------------------------------------------------------------------------------
 
 TEST(ObservableInfos, CopiesTheSameObjects) {
     const auto bell = std::make_shared<Bell>();
@@ -219,7 +219,7 @@ TEST(ObservableInfos, SetNothingFromAnEmptyPointer) {
     EXPECT_FALSE(bell->hasFlag(Bell::ParamsEx::postCleanupPending));
 }
 
-// Ends -------------------------------------------------------------------------------------------------
+// Ends ------------------------------------------------------------------------------------------
 
 TEST(ObservableInfos, EndWithTheObservable) {
     const auto texts = someTexts();
@@ -230,7 +230,8 @@ TEST(ObservableInfos, EndWithTheObservable) {
     place.reset();
     EXPECT_EQ(texts.use_count(), 1);
     place.emplace();
-    EXPECT_EQ(place->lookupNotifyInfo(typeid(Texts)), nullptr) << "though it lies at the same place";
+    EXPECT_EQ(place->lookupNotifyInfo(typeid(Texts)), nullptr)
+        << "though it lies at the same place";
 }
 
 TEST(ObservableInfos, EndWithTheThread) {

@@ -46,7 +46,7 @@ public:
 
 }  // namespace
 
-// The combined index ---------------------------------------------------------------------------------
+// The combined index ----------------------------------------------------------------------------
 
 TEST(ObservableRemoving, CountsPreObserversBeforePostObservers) {
     Scene scene;
@@ -89,7 +89,7 @@ TEST(ObservableRemoving, LooksAmongThePostObserversFirst) {
     EXPECT_EQ(scene.bell->par()->Params::lookupContent(wanted), 2u);
 }
 
-// removePath -----------------------------------------------------------------------------------------
+// removePath ------------------------------------------------------------------------------------
 
 TEST(ObservableRemoving, EndsOneRelationByItsIndexAndTellsTheObserver) {
     Scene scene;
@@ -148,7 +148,7 @@ TEST(ObservableRemoving, EndsARelationThatIsGivenFromItsOwnList) {
     EXPECT_EQ(scene.listeners[2]->getNumObservedByMe(), 0u);
 }
 
-// rmObserver, informRmObservedBy -----------------------------------------------------------------------
+// rmObserver, informRmObservedBy ----------------------------------------------------------------
 
 TEST(ObservableRemoving, EndsAllRelationsToOneObserverOnBothSides) {
     Scene scene;
@@ -219,7 +219,7 @@ TEST(ObservableRemoving, RemovesNoRelationByElement) {
     EXPECT_EQ(scene.size(), 5u);
 }
 
-// Farewell -------------------------------------------------------------------------------------------
+// Farewell --------------------------------------------------------------------------------------
 
 TEST(ObservableRemoving, SaysFarewellToAllObservers) {
     Scene scene;
@@ -251,7 +251,7 @@ TEST(ObservableRemoving, CannotSayFarewellWithoutAnOwner) {
     EXPECT_THROW(bell.rmAllObservers(true), std::bad_weak_ptr);
 }
 
-// Late resolving -------------------------------------------------------------------------------------
+// Late resolving --------------------------------------------------------------------------------
 
 TEST(ObservableRemoving, PutsResolvedRelationsInForceAndSortsThem) {
     Scene scene;
@@ -276,9 +276,9 @@ TEST(ObservableRemoving, SortsWithNothingNewOnlyWhereItIsForced) {
     const auto one = std::make_shared<Listener>();
     const auto other = std::make_shared<Listener>();
     bell->addObserver(*one, 1, tellAction, false);
-    bell->addObserver(std::make_unique<ObserverPath>(
-                          ObserverPath::Owner{*bell}, ObserverPath::OptionalObserver{*other},
-                          short{-1}, tellAction),
+    bell->addObserver(std::make_unique<ObserverPath>(ObserverPath::Owner{*bell},
+                                                     ObserverPath::OptionalObserver{*other},
+                                                     short{-1}, tellAction),
                       false);
     ASSERT_EQ(prioritiesOf(bell->parEx()->postObservers), (std::vector<short>{1, -1}));
 
@@ -301,12 +301,12 @@ TEST(ObservableRemoving, GoesOnBehindAPathThatLeadsNowhere) {
 TEST(ObservableRemoving, PassesARelationWhoseObserverHasGoneWhenItResolves) {
     Scene scene;
     auto brief = std::make_shared<Listener>();
-    scene.bell->addObserver(std::make_unique<ObserverPath>(
-                                ObserverPath(ObserverPath::Owner{},
-                                             ObserverPath(ObserverPath::Owner{},
-                                                          ObserverPath::OptionalObserver{*brief}, 1,
-                                                          tellAction))),
-                            true);
+    scene.bell->addObserver(
+        std::make_unique<ObserverPath>(
+            ObserverPath(ObserverPath::Owner{},
+                         ObserverPath(ObserverPath::Owner{}, ObserverPath::OptionalObserver{*brief},
+                                      1, tellAction))),
+        true);
     brief.reset();
     EXPECT_TRUE(scene.bell->updateObserverLists(true));
 }

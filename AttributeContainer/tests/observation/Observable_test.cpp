@@ -21,8 +21,8 @@ struct Scene {
     const ObserverList& pre() const { return bell->parEx()->preObservers; }
     const ObserverList& post() const { return bell->parEx()->postObservers; }
     ObserverPath toListener(std::uint64_t action = tellAction) const {
-        return ObserverPath(ObserverPath::Owner{*bell},
-                            ObserverPath::OptionalObserver{*listener}, 1, action);
+        return ObserverPath(ObserverPath::Owner{*bell}, ObserverPath::OptionalObserver{*listener},
+                            1, action);
     }
 };
 
@@ -32,7 +32,7 @@ std::unique_ptr<ObserverPath> held(const ObserverPath& path) {
 
 }  // namespace
 
-// State --------------------------------------------------------------------------------------------
+// State -----------------------------------------------------------------------------------------
 
 TEST(Observable, StartsWithoutObserversAndEnabled) {
     const auto bell = std::make_shared<Bell>();
@@ -83,7 +83,7 @@ TEST(Observable, CanBeSwitchedOff) {
     EXPECT_TRUE(bell->isNotifyEnabled());
 }
 
-// Adding by observer -------------------------------------------------------------------------------
+// Adding by observer ----------------------------------------------------------------------------
 
 TEST(Observable, TellsANewObserver) {
     Scene scene;
@@ -159,7 +159,7 @@ TEST(Observable, SortsNewRelationsBehindThoseOfEqualPriority) {
     EXPECT_EQ(&scene.post().get(2).getObserver()->get(), listeners[3].get());
 }
 
-// Adding by path -----------------------------------------------------------------------------------
+// Adding by path --------------------------------------------------------------------------------
 
 TEST(Observable, TellsAnObserverThatItsPathLeadsTo) {
     Scene scene;
@@ -199,7 +199,7 @@ TEST(Observable, TellsAnObserverOnceItExists) {
     EXPECT_EQ(scene.listener->getNumObservedByMe(), 1u);
 }
 
-// Adding a ready relation --------------------------------------------------------------------------
+// Adding a ready relation -----------------------------------------------------------------------
 
 TEST(Observable, AppendsAReadyRelationUnlessItIsToBeSorted) {
     Scene scene;
@@ -222,8 +222,7 @@ TEST(Observable, AppendsAReadyRelationUnlessItIsToBeSorted) {
 
 TEST(Observable, LetsACopiedRelationWait) {
     Scene scene;
-    EXPECT_EQ(scene.bell->addObserver(held(scene.toListener()), true),
-              Observable::ObserverPending);
+    EXPECT_EQ(scene.bell->addObserver(held(scene.toListener()), true), Observable::ObserverPending);
     EXPECT_EQ(scene.listener->getNumObservedByMe(), 0u);
 }
 

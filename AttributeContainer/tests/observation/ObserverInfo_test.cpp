@@ -54,9 +54,7 @@ TEST(InfoFailed, OwnsItsError) {
     EXPECT_FALSE(std::is_copy_constructible_v<InfoFailed>);
 }
 
-TEST(InfoFailed, CanBeAVetoWithoutAnError) {
-    EXPECT_EQ(InfoFailed(nullptr).getError(), nullptr);
-}
+TEST(InfoFailed, CanBeAVetoWithoutAnError) { EXPECT_EQ(InfoFailed(nullptr).getError(), nullptr); }
 
 TEST(InfoStringMap, StartsEmpty) {
     const InfoStringMap info;

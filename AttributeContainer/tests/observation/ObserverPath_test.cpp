@@ -32,7 +32,7 @@ Observer* targetOf(const ObserverPath& path) {
 
 }  // namespace
 
-// How relations come into being ---------------------------------------------------------------
+// How relations come into being -----------------------------------------------------------------
 
 TEST(ObserverPath, StartsTemporaryWithNothingInIt) {
     const ObserverPath path;
@@ -102,7 +102,7 @@ TEST(ObserverPath, HasNoActionForAnUnknownToken) {
     EXPECT_EQ(path.getActionName(), "");
 }
 
-// Copies ---------------------------------------------------------------------------------------
+// Copies ----------------------------------------------------------------------------------------
 
 TEST(ObserverPath, CopiesEverythingButTheActiveState) {
     Scene scene;
@@ -153,7 +153,7 @@ TEST(ObserverPath, SurvivesItsOwnAssignment) {
     EXPECT_EQ(path.getPath(), "watcher");
 }
 
-// Actions and the path -------------------------------------------------------------------------
+// Actions and the path --------------------------------------------------------------------------
 
 TEST(ObserverPath, TakesItsActionByTokenAndByName) {
     ObserverPath path;
@@ -189,7 +189,7 @@ TEST(ObserverPath, HoldsTheTemporaryBitThatItIsGiven) {
     EXPECT_TRUE(path.isTemporary());
 }
 
-// Order ------------------------------------------------------------------------------------------
+// Order -----------------------------------------------------------------------------------------
 
 TEST(ObserverPath, PutsALiveRelationBehindAStrongerText) {
     Scene scene;
@@ -229,7 +229,7 @@ TEST(ObserverPath, OrdersTheOtherWayRoundWhereThatIsWanted) {
     EXPECT_EQ(ObserverPath::negComp(low, low), 0);
 }
 
-// Equality ---------------------------------------------------------------------------------------
+// Equality --------------------------------------------------------------------------------------
 
 TEST(ObserverPath, EqualsAnotherOfTheSameActionAndObserver) {
     Scene scene;

@@ -31,7 +31,7 @@ struct Scene {
 
 }  // namespace
 
-// Copying ----------------------------------------------------------------------------------------------
+// Copying ---------------------------------------------------------------------------------------
 
 TEST(ObserverTakeOver, CopiesEveryRelationOfTheOther) {
     Scene scene;
@@ -106,9 +106,8 @@ TEST(ObserverTakeOver, PassesRelationsWhoseObserverHasGone) {
     auto brief = std::make_shared<Listener>();
     scene.bells[0]->addObserver(*scene.former, 1, tellAction, false);
     scene.bells[0]->informAddPostObservedBy(
-        std::make_unique<ObserverPath>(ObserverPath::Owner{},
-                                       ObserverPath::OptionalObserver{*brief}, short{1},
-                                       tellAction),
+        std::make_unique<ObserverPath>(
+            ObserverPath::Owner{}, ObserverPath::OptionalObserver{*brief}, short{1}, tellAction),
         true);
     brief.reset();
     EXPECT_EQ(scene.newcomer->copyObservationsFrom(*scene.former), 1u);
@@ -122,7 +121,7 @@ TEST(ObserverTakeOver, CopiesNothingToItself) {
     EXPECT_EQ(scene.former->getNumObservedByMe(), 1u);
 }
 
-// Moving -----------------------------------------------------------------------------------------------
+// Moving ----------------------------------------------------------------------------------------
 
 TEST(ObserverTakeOver, MovesEveryRelationOfTheOther) {
     Scene scene;

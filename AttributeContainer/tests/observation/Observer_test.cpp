@@ -32,7 +32,7 @@ struct Scene {
 
 }  // namespace
 
-// The base ---------------------------------------------------------------------------------------------
+// The base --------------------------------------------------------------------------------------
 
 TEST(Observer, DoesNothingOfItsOwn) {
     const auto bell = std::make_shared<Bell>();
@@ -66,7 +66,7 @@ TEST(Observer, KnowsWhetherItsRecordIsEmpty) {
     EXPECT_FALSE(params.empty());
 }
 
-// Remembering ------------------------------------------------------------------------------------------
+// Remembering -----------------------------------------------------------------------------------
 
 TEST(Observer, RemembersAnObservableOncePerTelling) {
     Scene scene;
@@ -141,7 +141,7 @@ TEST(Observer, KeepsAnEmptyEntryOfAnObservableThatHasGone) {
     EXPECT_EQ(scene.listener->told, 1) << "it works on";
 }
 
-// Leaving ----------------------------------------------------------------------------------------------
+// Leaving ---------------------------------------------------------------------------------------
 
 TEST(Observer, LeavesEveryObservable) {
     Scene scene;
@@ -178,7 +178,7 @@ TEST(Observer, CanWatchAgainAfterItLeft) {
     EXPECT_EQ(scene.listener->told, 1);
 }
 
-// The path root ----------------------------------------------------------------------------------------
+// The path root ---------------------------------------------------------------------------------
 
 TEST(Observer, HasNoPathRootUntilOneIsSet) {
     EXPECT_FALSE(Signpost::currentPathRoot().has_value());

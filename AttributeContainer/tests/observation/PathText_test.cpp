@@ -66,7 +66,7 @@ public:
 
 }  // namespace
 
-// Name by name -----------------------------------------------------------------------------------------
+// Name by name ----------------------------------------------------------------------------------
 
 TEST(PathText, GoesFromNameToName) {
     Scene scene;
@@ -128,7 +128,7 @@ TEST(PathText, StartsAtTheObservable) {
     EXPECT_EQ(constDoor.inqObserver("scan/station/watcher").lock(), scene.watcher);
 }
 
-// White space, "/" and "#" -----------------------------------------------------------------------------
+// White space, "/" and "#" ----------------------------------------------------------------------
 
 TEST(PathText, SkipsLeadingWhiteSpace) {
     Scene scene;

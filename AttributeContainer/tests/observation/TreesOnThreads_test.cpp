@@ -23,6 +23,7 @@ using namespace QOR::AttributeContainer::Testing;
 namespace {
 
 constexpr int numScans = 20;
+constexpr std::size_t lastLink = 4;  // a short chain: each link of one tells its target twice
 
 // Runs `work(i)` on several threads, all at once.
 void runOnThreads(int numThreads, const std::function<void(int)>& work) {
@@ -67,14 +68,15 @@ struct Work {
             gain->addPreObserver(*listeners.back(), 2, askAction, true);
             gain->addObserver(*listeners.back()->path, 3, tellAction, false);
         }
-        for (std::size_t i = 1; i < gains.size(); ++i)
+        for (std::size_t i = 1; i <= lastLink; ++i)
             gains[i - 1]->addObserver(*gains[i]->getObserver().lock(), 1, propagateAction, true);
     }
 
     void change(int seed) {
-        gains.front()->set(seed);  // and so, one by one, all of them
-        const auto refuser = watch<Refuser>(*gains.back());
-        gains.back()->set(-1);
+        for (const auto& gain : gains) gain->set(gain->get() + 1);
+        gains.front()->set(seed);  // and so, one by one, those of the chain
+        const auto refuser = watch<Refuser>(*gains[lastLink]);
+        gains[lastLink]->set(-1);
         {
             const BlockObserver block;
             gains.front()->set(seed + 1);
@@ -122,7 +124,7 @@ TEST(Threads, UseTreesOfTheirOwnAtOnce) {
         EXPECT_EQ(work.textReadBack, work.text);
         EXPECT_EQ(work.told, alone.told);
         EXPECT_GT(work.told, numScans);
-        EXPECT_EQ(work.gains.back()->get(), 100 * i);
+        EXPECT_EQ(work.gains[lastLink]->get(), 100 * i);
     }
 }
 
@@ -133,7 +135,7 @@ TEST(Threads, HandATreeFromOneToTheOther) {
     runOnThreads(1, [&](int) { work.change(1); });
     runOnThreads(1, [&](int) { work.writeAndRead(); });
     EXPECT_EQ(work.textReadBack, work.text);
-    EXPECT_EQ(work.gains.back()->get(), 1);
+    EXPECT_EQ(work.gains[lastLink]->get(), 1);
 }
 
 TEST(Threads, HaveInfosOfTheirOwn) {

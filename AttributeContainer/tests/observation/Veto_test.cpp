@@ -70,7 +70,7 @@ struct Promises {
 
 }  // namespace
 
-// Changes that pass ------------------------------------------------------------------------------------
+// Changes that pass -----------------------------------------------------------------------------
 
 TEST(Veto, LeavesNoInfoBehindAChangeWithoutObservers) {
     const auto number = attributeOf<int>(1);
@@ -124,7 +124,7 @@ TEST(Veto, HandsTheAnswersOfBothHalvesOn) {
     EXPECT_EQ(post[0].result, Action::ExecDone);
 }
 
-// Changes that are refused -----------------------------------------------------------------------------
+// Changes that are refused ----------------------------------------------------------------------
 
 TEST(Veto, KeepsTheValueAndTellsNobody) {
     const auto number = attributeOf<int>(1);
@@ -224,7 +224,7 @@ TEST(Veto, DoesNotSpeakForTheInitiatorItself) {
     EXPECT_EQ(refuser->asked, 0);
 }
 
-// Blocking and switching off ---------------------------------------------------------------------------
+// Blocking and switching off --------------------------------------------------------------------
 
 TEST(Veto, IsNotAskedForInsideABlock) {
     const auto number = attributeOf<int>(1);
@@ -259,7 +259,7 @@ TEST(Veto, IsNotAskedForWhereNotificationIsSwitchedOff) {
     EXPECT_EQ(refuser->asked + refuser->told, 0);
 }
 
-// The name guard of a container ------------------------------------------------------------------------
+// The name guard of a container -----------------------------------------------------------------
 
 TEST(Veto, OfAContainerKeepsItsNameValid) {
     const auto container = AttrContainer::create();

@@ -44,7 +44,7 @@ ObserverPath blank(Bell& owner) { return ObserverPath(Owner{owner}, Target{}, 1,
 
 }  // namespace
 
-// Writing ----------------------------------------------------------------------------------------------
+// Writing ---------------------------------------------------------------------------------------
 
 TEST(ObserverPathPersistence, WritesItsPathPriorityAndAction) {
     const ObserverPath path = byText("/scan/watcher");
@@ -145,7 +145,7 @@ TEST(ObserverPathPersistence, NeedsAContext) {
     EXPECT_EQ(stream.str(), "");
 }
 
-// Reading ----------------------------------------------------------------------------------------------
+// Reading ---------------------------------------------------------------------------------------
 
 TEST(ObserverPathPersistence, ReadsWhatItHasWritten) {
     const auto bell = std::make_shared<Bell>();

@@ -94,8 +94,8 @@ public:
     using Observable::notifySequence;
     using Observable::par;
     using Observable::Params;
-    using Observable::parEx;
     using Observable::ParamsEx;
+    using Observable::parEx;
     using Observable::rmAllObservers;
 
     std::uint64_t depth() { return parEx()->notifyDepth.load(); }

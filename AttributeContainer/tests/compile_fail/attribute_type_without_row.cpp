@@ -1,0 +1,14 @@
+// error: constraints not satisfied|static assertion failed|attrTypeOf
+#include <AttributeContainer/AttributeContainer.h>
+
+namespace AC = QOR::AttributeContainer;
+
+struct NoValueType {};
+
+class Odd : public AC::ContainerClass<Odd, AC::AttrContainer, "Odd"> {
+public:
+    using Block::Block;
+    QOR_ATTRIBUTE(1, NoValueType, First);
+};
+
+int main() { Odd::create(); }

@@ -1,0 +1,12 @@
+// error: no matching function for call to 'Plain::Plain|no matching constructor for initialization of 'Plain'|explicit constructor|is protected
+#include <AttributeContainer/AttributeContainer.h>
+
+namespace AC = QOR::AttributeContainer;
+
+class Plain : public AC::ContainerClass<Plain, AC::AttrContainer, "Plain"> {
+public:
+    using Block::Block;
+    QOR_ATTRIBUTE(1, int, First);
+};
+
+int main() { Plain plain({}, AC::CreateDeep, std::nullopt); }

@@ -1,0 +1,155 @@
+// Duplicates of containers, and who watches them.
+#include <AttributeContainer/ObserverRelation.h>
+#include <AttributeContainer/kVAttrContainer.h>
+
+#include "support/Containers.h"
+#include "support/ObserverGraph.h"
+
+#include <gtest/gtest.h>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+Observer* targetOf(const Observable& observable, std::uint64_t index = 0) {
+    const auto target = observable.getPath(index).getObserver();
+    return target ? &target->get() : nullptr;
+}
+
+// An inactive relation, as a copy has it.
+void addPending(Observable& observable, Observer& observer) {
+    const ObserverPath active(std::nullopt, ObserverPath::OptionalObserver{observer}, short{1},
+                              tellAction);
+    observable.addObserver(std::make_unique<ObserverPath>(active), true);
+}
+
+// A container with an attribute "Gain" and a field "watcher" that watches it.
+struct Watched {
+    std::shared_ptr<AttrContainer> holder = AttrContainer::create();
+    std::shared_ptr<Attr<double>> gain = addCustom<double>(*holder, "Gain", 1.0);
+    std::shared_ptr<Placed> watcher = addNamedField<Placed>(*holder, "watcher");
+
+    Watched() {
+        watcher->path = "/watcher";
+        gain->addObserver(*watcher, 1, tellAction, false);
+    }
+};
+
+std::shared_ptr<Attribute> gainOf(AttrContainer& holder) {
+    return holder.getAttribute("Gain").lock();
+}
+
+}  // namespace
+
+TEST(ObserverRelationCopies, CopyOfAnAttributeIsWatchedByTheCopyOfItsObserver) {
+    Watched watched;
+
+    const auto copy = watched.holder->duplicate(CreateDeep);
+
+    const auto gain = gainOf(*copy);
+    const auto watcher = copy->getField("watcher").lock();
+    ASSERT_NE(gain, nullptr);
+    ASSERT_NE(watcher, nullptr);
+    ASSERT_EQ(gain->getNumPostObservers(), 1u);
+    EXPECT_EQ(targetOf(*gain), watcher.get());
+    EXPECT_NE(watcher.get(), watched.watcher.get());
+    EXPECT_TRUE(gain->getPath(0).isActive());
+    EXPECT_NE(watcher->lookupObservedByMe(*gain), notFound);
+    EXPECT_EQ(watched.watcher->lookupObservedByMe(*gain), notFound);
+    EXPECT_EQ(targetOf(*watched.gain), watched.watcher.get());
+}
+
+TEST(ObserverRelationCopies, CopyOfAnAttributeIsWatchedByTheSameOutsideObserver) {
+    Watched watched;
+    const auto outside = listenerAt("/outside");
+    watched.gain->addObserver(*outside, 5, tellAction, false);
+
+    const auto copy = watched.holder->duplicate(CreateDeep);
+    std::static_pointer_cast<Attr<double>>(gainOf(*copy))->set(2.0);
+
+    EXPECT_EQ(outside->told, 1);
+    EXPECT_EQ(outside->getNumObservedByMe(), 2u);
+}
+
+TEST(ObserverRelationCopies, AttributesOfCopiedFieldsAreUpdatedToo) {
+    Watched watched;
+    const auto root = AttrContainer::create();
+    ASSERT_TRUE(root->addField(watched.holder, "holder", 0));
+
+    const auto copy = root->duplicate(CreateDeep);
+
+    const auto holder = copy->getField("holder").lock();
+    ASSERT_NE(holder, nullptr);
+    EXPECT_EQ(targetOf(*gainOf(*holder)), holder->getField("watcher").lock().get());
+    EXPECT_TRUE(gainOf(*holder)->getPath(0).isActive());
+}
+
+TEST(ObserverRelationCopies, EveryCopyOfAFieldThatStandsInTwoPlacesIsUpdated) {
+    Watched watched;
+    const auto outside = listenerAt("/outside");
+    watched.gain->addObserver(*outside, 5, tellAction, false);
+    const auto root = AttrContainer::create();
+    ASSERT_TRUE(root->addField(watched.holder, "left", 0));
+    ASSERT_TRUE(root->addField(watched.holder, "right", 0));
+
+    const auto copy = root->duplicate(CreateDeep);
+
+    for (const char* const side : {"left", "right"}) {
+        const auto gain = gainOf(*copy->getField(side).lock());
+        gain->touch(nullptr, nullptr);
+    }
+    EXPECT_EQ(outside->told, 2);
+}
+
+TEST(ObserverRelationCopies, FieldsThatAreSharedStayAsTheyAre) {
+    Watched watched;
+    const auto root = AttrContainer::create();
+    ASSERT_TRUE(root->addField(watched.holder, "holder", 0));
+    const auto listener = std::make_shared<Listener>();
+    addPending(watched.holder->Attr_Name(), *listener);
+
+    const auto copy = root->duplicate(CreateShareFields);
+
+    ASSERT_EQ(copy->getField("holder").lock(), watched.holder);
+    EXPECT_EQ(targetOf(*watched.gain), watched.watcher.get());
+    EXPECT_EQ(listener->getNumObservedByMe(), 0u);
+}
+
+TEST(ObserverRelationCopies, ADuplicateInsideAnotherIsSwappedAtTheEndOfTheOutermost) {
+    Watched watched;
+    std::shared_ptr<AttrContainer> copy;
+    {
+        BlockUpdateObservers scope(nullptr);
+        copy = watched.holder->duplicate(CreateDeep);
+        EXPECT_FALSE(gainOf(*copy)->getPath(0).isActive());
+        EXPECT_EQ(targetOf(*gainOf(*copy)), watched.watcher.get());
+        scope.setToBeUpdated(copy);
+    }
+    EXPECT_TRUE(gainOf(*copy)->getPath(0).isActive());
+    EXPECT_EQ(targetOf(*gainOf(*copy)), copy->getField("watcher").lock().get());
+}
+
+TEST(ObserverRelationCopies, RelationsOfTheNameGuardStayWithEachContainer) {
+    const auto container = AttrContainer::create();
+    const auto copy = container->duplicate(CreateDeep);
+    EXPECT_EQ(container->Attr_Name().getNumPreObservers(), 1u);
+    ASSERT_EQ(copy->Attr_Name().getNumPreObservers(), 1u);
+    EXPECT_EQ(targetOf(copy->Attr_Name()), copy.get());
+    EXPECT_EQ(container->getNumObservedByMe(), 1u);
+}
+
+TEST(ObserverRelationCopies, ACopyWhoseObserverWentMeanwhileHasNothingToSwap) {
+    Watched watched;
+    std::shared_ptr<AttrContainer> copy;
+    {
+        BlockUpdateObservers scope(nullptr);
+        copy = watched.holder->duplicate(CreateDeep);
+        scope.setToBeUpdated(copy);
+        copy->rmField("watcher");
+        watched.holder->rmField("watcher");
+        watched.watcher.reset();
+    }
+    EXPECT_FALSE(gainOf(*copy)->getPath(0).isActive());
+    gainOf(*copy)->touch(nullptr, nullptr);
+}
