@@ -99,7 +99,7 @@ struct Setting {
     double limit;  // the greatest ratio to the plain value
 };
 constexpr Setting settings[] = {{0, false, 6},  {1, false, 6}, {4, false, 6}, {16, false, 6},
-                                {0, true, 20},  {1, true, 20}, {4, true, 20}};
+                                {0, true, 30},  {1, true, 30}, {4, true, 30}};
 
 std::string nameOf(const char* who, const Setting& setting) {
     return std::string(who) + "/post:" + std::to_string(setting.numPost) +

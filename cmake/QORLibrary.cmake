@@ -17,6 +17,14 @@ function(qor_add_library name)
     PRIVATE src)
   target_link_libraries(${target} PUBLIC ${ARGN})
   qor_set_warnings(${target})
+  # Calls between our own functions are direct: nobody replaces one of them from outside, and a
+  # change of a value makes several.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  endif()
+  if(UNIX AND NOT APPLE)
+    target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+  endif()
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME QOR.${name}
     EXPORT_NAME ${name}

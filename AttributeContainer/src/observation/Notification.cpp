@@ -24,8 +24,8 @@ void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
     if ((params.flags & ParamsEx::notifyEnabled) == 0) return;
     // A plain counter: one tree is used by one thread, so no locked operation is needed.
     auto& depth = params.notifyDepth;
-    const WalkFrame frame(*this);
     if (!list->empty()) {
+        const WalkFrame frame(*this);
         depth.store(depth.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
         runWalk(initiator, *list, results, frame.isGone());
         if (frame.isGone()) return;

@@ -1,6 +1,8 @@
 // Tells a running operation that the object it runs on has gone meanwhile.
 #pragma once
 
+#include "observation/ThreadWord.h"
+
 namespace QOR::AttributeContainer {
 
 class Observable;
@@ -9,10 +11,12 @@ class Observable;
 /// observable in there leaves word, and the operation touches it no more.
 class WalkFrame {
 public:
-    explicit WalkFrame(const Observable& observable);
+    explicit WalkFrame(const Observable& observable) : observable(&observable), outer(innermost) {
+        innermost = this;
+    }
     WalkFrame(const WalkFrame&) = delete;
     WalkFrame& operator=(const WalkFrame&) = delete;
-    ~WalkFrame();
+    ~WalkFrame() { innermost = outer; }
 
     /// Whether the observable was destroyed since the frame began.
     const bool& isGone() const { return gone; }
@@ -21,6 +25,8 @@ public:
     static void leaveWord(const Observable& observable);
 
 private:
+    QOR_THREAD_WORD static inline WalkFrame* innermost = nullptr;
+
     const Observable* observable;
     bool gone = false;
     WalkFrame* outer;
