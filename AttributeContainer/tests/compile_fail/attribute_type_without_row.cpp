@@ -1,4 +1,4 @@
-// error: constraints not satisfied|static assertion failed|attrTypeOf
+// error: template constraint failure|constraints not satisfied
 #include <AttributeContainer/AttributeContainer.h>
 
 namespace AC = QOR::AttributeContainer;

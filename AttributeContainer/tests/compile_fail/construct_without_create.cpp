@@ -1,4 +1,4 @@
-// error: no matching function for call to 'Plain::Plain|no matching constructor for initialization of 'Plain'|explicit constructor|is protected
+// error: would use explicit constructor|no matching constructor for initialization
 #include <AttributeContainer/AttributeContainer.h>
 
 namespace AC = QOR::AttributeContainer;
