@@ -53,7 +53,8 @@ private:
     Children removeAll();
     /// Where a child stands, found by identity; `end()` for what is no child.
     Children::const_iterator find(const Object& child) const;
-    void nameStored(const Object& child);
+    /// Takes note of a child's name. \return its former one, where that is known.
+    std::optional<std::string> nameStored(const Object& child);
     const std::shared_ptr<Object>& scan(const std::string& name) const;
     ChildIndex* lookupIndex() const;
 

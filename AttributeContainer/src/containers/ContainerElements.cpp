@@ -81,7 +81,7 @@ bool AttrContainer::rmAttribute(const std::string& name) {
     if (!custAttrList) return false;
     const std::uint64_t token = custAttrList->getToken(name);
     if (token == noToken) return false;
-    UniqueNames::forget();
+    UniqueNames::forget(*this);
     const auto removed = custAttrList->get(token);
     if (!custAttrList->rmElement(token, true)) return false;
     auto* const custom = dynamic_cast<CustomAttribute*>(removed.get());
@@ -91,7 +91,7 @@ bool AttrContainer::rmAttribute(const std::string& name) {
 }
 
 bool AttrContainer::rmAllCustomAttributes() {
-    UniqueNames::forget();
+    UniqueNames::forget(*this);
     const auto removed = std::move(custAttrList);
     for (std::uint64_t i = 0; removed && i < removed->size(); ++i) {
         const auto& attribute = removed->get(removed->getFirstToken() + i);
@@ -120,7 +120,7 @@ bool AttrContainer::addField(std::shared_ptr<AttrContainer> field, const std::st
 
 bool AttrContainer::setField(std::uint64_t token, std::shared_ptr<AttrContainer> field) {
     if (!fieldList) return false;
-    if (!field) UniqueNames::forget();
+    if (!field) UniqueNames::forget(*this);
     const auto old = fieldList->get(token);
     if (old) old->detachFromParent(self());
     if (!fieldList->setElement(token, field)) return false;
@@ -139,7 +139,7 @@ bool AttrContainer::replaceField(std::shared_ptr<AttrContainer> old,
 
 bool AttrContainer::rmField(std::uint64_t token) {
     if (!fieldList) return false;
-    UniqueNames::forget();
+    UniqueNames::forget(*this);
     const auto field = fieldList->get(token);
     if (field) field->detachFromParent(self());
     return fieldList->rmElement(token, true);
@@ -153,7 +153,7 @@ bool AttrContainer::rmField(const std::string& name) {
 bool AttrContainer::rmField(std::shared_ptr<AttrContainer> field) {
     if (!fieldList || !field) return false;
     if (getFieldToken(*field) == noToken) return false;
-    UniqueNames::forget();
+    UniqueNames::forget(*this);
     field->detachFromParent(self());
     const bool removed = fieldList->rmElement(field, true);
     if (fieldList->empty()) fieldList.reset();

@@ -2,9 +2,12 @@
 
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include <QOR/Text.h>
+
 #include "observation/ThreadWord.h"
 
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -24,6 +27,23 @@ struct Keeper {
     ~Keeper() { inUse = nullptr; }
     Made made;
 };
+
+// Where the number at the end of a name begins.
+std::size_t numberOf(const std::string& name) {
+    return name.find_last_not_of("0123456789") + 1;  // 0 as well where the name is nothing else
+}
+
+// Whether `name` is one of those that are tried from `candidate` on, ahead of `found`.
+bool isTried(const std::string& name, const std::string& candidate, const std::string& found) {
+    const std::size_t stem = numberOf(candidate);
+    if (numberOf(name) > stem || name.size() < candidate.size() || name.size() > found.size())
+        return false;
+    if (compareIgnoreCase(name.substr(0, stem), candidate.substr(0, stem)) != 0) return false;
+    const std::string number = name.substr(stem);
+    if (name.size() == candidate.size() && number < candidate.substr(stem)) return false;
+    if (name.size() > candidate.size() && number.front() == '0') return false;
+    return name.size() < found.size() || number < found.substr(stem);
+}
 }  // namespace
 
 std::string UniqueNames::resume(const AttrContainer& container, const std::string& candidate) {
@@ -42,14 +62,20 @@ void UniqueNames::remember(const AttrContainer& container, const std::string& ca
     inUse->insert_or_assign({&container, candidate}, found);
 }
 
-void UniqueNames::forget() {
-    if (inUse) inUse->clear();
-}
-
 void UniqueNames::forget(const AttrContainer& container) {
     if (!inUse || inUse->empty()) return;
     auto first = inUse->lower_bound({&container, std::string{}});
     while (first != inUse->end() && first->first.first == &container) first = inUse->erase(first);
+}
+
+void UniqueNames::forget(const AttrContainer& container, const std::string& name) {
+    if (!inUse || inUse->empty()) return;
+    auto made = inUse->lower_bound({&container, std::string{}});
+    while (made != inUse->end() && made->first.first == &container) {
+        const bool isFree =
+            isTried(name, made->first.second, made->second) && container.isNameUnique(name);
+        made = isFree ? inUse->erase(made) : std::next(made);
+    }
 }
 
 }  // namespace QOR::AttributeContainer

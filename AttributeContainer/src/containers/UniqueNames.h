@@ -15,10 +15,12 @@ public:
     static std::string resume(const AttrContainer& container, const std::string& candidate);
     static void remember(const AttrContainer& container, const std::string& candidate,
                          const std::string& found);
-    /// Names may have become free.
-    static void forget();
-    /// This container goes away; another one can come to lie in its place.
+    /// Names of this container may have become free, or it goes away and another one can come to
+    /// lie in its place.
     static void forget(const AttrContainer& container);
+    /// This name may have become free. Nothing is forgotten where no search would come to it, so that
+    /// a stream which renames its elements all the time cannot make each search begin anew.
+    static void forget(const AttrContainer& container, const std::string& name);
 };
 
 }  // namespace QOR::AttributeContainer

@@ -16,11 +16,9 @@ std::string folded(std::string name) {
     return name;
 }
 
-// The name under which a child can be indexed; none where it does not come from the name attribute.
-std::optional<std::string> indexedName(const Object& child) {
-    std::string name = child.getName();
-    if (name != child.name()) return std::nullopt;
-    return folded(std::move(name));
+// Whether a child goes by the name that it stores.
+bool isNamedAsStored(const Object& child) {
+    return child.getName() == child.name();
 }
 }  // namespace
 
@@ -32,10 +30,11 @@ std::unique_ptr<ChildIndex> ChildIndex::make(const ChildList& list) {
 }
 
 bool ChildIndex::add(Place place) {
-    auto name = indexedName(**place);
-    if (!name) return false;
-    const auto entry = byName.emplace(std::pair{std::move(*name), numAdded++}, place).first;
-    byChild.emplace(place->get(), entry);
+    const Object& child = **place;
+    if (!isNamedAsStored(child)) return false;
+    const auto entry =
+        byName.emplace(std::pair{folded(child.name()), numAdded++}, Entry{place, child.name()});
+    byChild.emplace(&child, entry.first);
     return true;
 }
 
@@ -49,25 +48,31 @@ void ChildIndex::remove(const Object& child) {
 bool ChildIndex::rename(const Object& child) {
     const auto found = byChild.find(&child);
     if (found == byChild.end()) return true;
-    auto name = indexedName(child);
-    if (!name) return false;
+    if (!isNamedAsStored(child)) return false;
     auto entry = byName.extract(found->second);
-    entry.key().first = std::move(*name);
+    entry.key().first = folded(child.name());
+    entry.mapped().name = child.name();
     found->second = byName.insert(std::move(entry)).position;
     return true;
+}
+
+std::optional<std::string> ChildIndex::getName(const Object& child) const {
+    const auto found = byChild.find(&child);
+    if (found == byChild.end()) return std::nullopt;
+    return found->second->second.name;
 }
 
 std::optional<ChildIndex::Place> ChildIndex::find(const std::string& name) const {
     const std::string wanted = folded(name);
     const auto found = byName.lower_bound({wanted, 0});
     if (found == byName.end() || found->first.first != wanted) return std::nullopt;
-    return found->second;
+    return found->second.place;
 }
 
 std::optional<ChildIndex::Place> ChildIndex::find(const Object& child) const {
     const auto found = byChild.find(&child);
     if (found == byChild.end()) return std::nullopt;
-    return found->second->second;
+    return found->second->second.place;
 }
 
 }  // namespace QOR::AttributeContainer

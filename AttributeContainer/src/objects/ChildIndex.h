@@ -28,6 +28,8 @@ public:
     void remove(const Object& child);
     /// Takes note of a child's present name. \return false as `make` fails.
     bool rename(const Object& child);
+    /// The name of which was taken note last; none for what is no child.
+    std::optional<std::string> getName(const Object& child) const;
 
     /// The oldest child of that name, whatever its case.
     std::optional<Place> find(const std::string& name) const;
@@ -36,7 +38,11 @@ public:
 private:
     // The number counts up from child to child, so that the oldest of a name comes first. A tree,
     // because names come from streams, and nobody can choose names that slow it down.
-    using ByName = std::map<std::pair<std::string, std::uint64_t>, Place>;
+    struct Entry {
+        Place place;
+        std::string name;
+    };
+    using ByName = std::map<std::pair<std::string, std::uint64_t>, Entry>;
 
     ByName byName;
     std::unordered_map<const Object*, ByName::iterator> byChild;

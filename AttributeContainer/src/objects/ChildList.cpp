@@ -86,9 +86,11 @@ ChildList::Children::const_iterator ChildList::find(const Object& child) const {
     return std::ranges::find_if(children, [&](const auto& each) { return each.get() == &child; });
 }
 
-void ChildList::nameStored(const Object& child) {
-    if (!index) return;
+std::optional<std::string> ChildList::nameStored(const Object& child) {
+    if (!index) return std::nullopt;
+    auto former = index->getName(child);
     if (Attribute::isCachedAttributePending() || !index->rename(child)) index.reset();
+    return former;
 }
 
 // The index, made where it is worth its cost; null where the children must be looked at.

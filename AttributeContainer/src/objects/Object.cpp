@@ -52,7 +52,7 @@ bool Object::rmChild(std::uint64_t index, int) {
 void Object::detach(ChildList::Children::const_iterator place) {
     const auto child = children.remove(place);
     if (child->parent.lock().get() == this) child->parent.reset();
-    UniqueNames::forget();
+    UniqueNames::forget(*this, child->getName());
 }
 
 bool Object::isChildAllowed(std::shared_ptr<Object>, int) {
@@ -80,8 +80,11 @@ std::shared_ptr<const Object> Object::findRoot() const {
 void Object::nameStored() const {
     const auto above = parent.lock();
     if (!above) return;
-    above->children.nameStored(*this);
-    UniqueNames::forget();
+    if (const auto former = above->children.nameStored(*this)) {
+        UniqueNames::forget(*above, *former);
+    } else {
+        UniqueNames::forget(*above);
+    }
 }
 
 // Identity ----------------------------------------------------------------------------------------

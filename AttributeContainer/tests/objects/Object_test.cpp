@@ -266,6 +266,33 @@ TEST(Object, GivesTheNumberThatIsFreeAgainAfterARenameOrARemoval) {
     EXPECT_EQ(parent->getChild(4)->getName(), "scan2");
 }
 
+TEST(Object, GivesTheNumberThatIsFreeAgainAmongManyChildren) {
+    const auto parent = Object::create();
+    for (int i = 0; i < 40; ++i) parent->addChild(named("Scan8"), AddFlags::MakeNameUnique);
+    ASSERT_EQ(parent->getChild(39)->getName(), "Scan47");
+    const auto rename = [&](const char* from, const char* to) {
+        EXPECT_EQ(parent->inqChild(from)->setName(to), nullptr);
+    };
+    const auto add = [&] {
+        const auto child = named("Scan8");
+        parent->addChild(child, AddFlags::MakeNameUnique);
+        return child->getName();
+    };
+
+    rename("Scan20", "Scan3");   // one that is tried, by one that is not
+    rename("Scan9", "SCAN9");    // not free
+    rename("Scan30", "Scan008"); // one that is tried, by one that is not
+    EXPECT_EQ(add(), "Scan20");
+    EXPECT_EQ(add(), "Scan30");
+    EXPECT_EQ(add(), "Scan48");
+
+    rename("Scan8", "other");
+    EXPECT_EQ(add(), "Scan8");
+    EXPECT_TRUE(parent->rmChild(*parent->inqChild("Scan9"), 0));
+    EXPECT_EQ(add(), "Scan9");
+    EXPECT_EQ(add(), "Scan49");
+}
+
 TEST(Object, AllowsAnyChildAndAnyParent) {
     const auto parent = Object::create();
     const auto child = Object::create();

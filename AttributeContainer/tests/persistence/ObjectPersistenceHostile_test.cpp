@@ -106,3 +106,19 @@ TEST(ObjectPersistenceHostile, CannotNestBlocksOfUnknownAndKnownClassesWithoutEn
 
     readAndWrite(text);
 }
+
+TEST(ObjectPersistenceHostile, CannotMakeEachSearchForANameBeginAnew) {
+    // A child has the name that the attributes want, and others give up theirs all the time.
+    const std::string wanting = "AttrContainer { Attr<int> { Name \"x\" } } ";
+    const std::string renamed =
+        "Child { \"Object\" \"y\" AttrContainer { Attr<String> { Name \"Name\" Value \"z\" } } } ";
+    std::string text = "Child { \"Object\" \"x\" AttrContainer { } } ";
+    for (int i = 0; i < 20000; ++i) text += wanting + renamed;
+    const auto root = Object::create();
+
+    EXPECT_EQ(readText(*root, text), std::nullopt);
+
+    EXPECT_EQ(root->getNumChildren(), 20001u);
+    EXPECT_EQ(root->getNumAttributes(), 20006u);
+    EXPECT_NE(root->getAttrToken("x20000"), AttrContainer::noToken);
+}
