@@ -10,7 +10,7 @@ namespace {
 // Marks the time of a restore, however it ends.
 class Restoring {
 public:
-    explicit Restoring(bool& mark) : mark(mark) { mark = true; }
+    explicit Restoring(bool& running) : mark(running) { mark = true; }
     Restoring(const Restoring&) = delete;
     Restoring& operator=(const Restoring&) = delete;
     ~Restoring() { mark = false; }

@@ -105,7 +105,8 @@ std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index
 
 bool Observable::removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info, bool dropEmpty) {
     if (!info) return false;
-    const std::type_index type{typeid(*info)};
+    const ObserverInfo& content = *info;
+    const std::type_index type{typeid(content)};
     if (lookupNotifyInfo(type) != info) return false;
     removeNotifyInfo(type, dropEmpty);
     return true;

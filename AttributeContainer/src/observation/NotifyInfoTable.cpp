@@ -38,7 +38,8 @@ NotifyInfoTable::Infos* NotifyInfoTable::find(const Observable& observable) {
 }
 
 void NotifyInfoTable::store(const Observable& observable, std::shared_ptr<ObserverInfo> info) {
-    const std::type_index type{typeid(*info)};
+    const ObserverInfo& content = *info;
+    const std::type_index type{typeid(content)};
     auto place = table.find(&observable);
     if (place == table.end()) {
         if (spare.empty()) {
