@@ -28,7 +28,7 @@ public:
     /// The value; while a cached value is pending on this thread, that one. The reference lasts
     /// until the next change.
     const T& get() const;
-    /// Changes the value, with no initiator.
+    /// Changes the value, with no initiator. A refusal is silent: the value is the old one then.
     void set(const T& newValue);
     /// Changes the value on behalf of `initiator`, which is not told of its own change.
     void set(const T& newValue, const std::shared_ptr<ObservingObject>& initiator);

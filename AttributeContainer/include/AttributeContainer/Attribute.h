@@ -73,6 +73,8 @@ public:
     void touch(const std::shared_ptr<ObservingObject>& initiator,
                std::vector<NotificationResult>* results) override;
     /// Takes the value that `text` stands for. Unlike a typed change it does not look at a refusal.
+    /// It is lenient: what begins as no number gives 0, what follows a number is passed over, and
+    /// integers are clamped to their range.
     /// \throws std::invalid_argument for a malformed floating-point number.
     virtual void assignFrom(const std::string& text,
                             const std::shared_ptr<ObservingObject>& initiator,

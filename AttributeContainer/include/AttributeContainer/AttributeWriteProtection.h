@@ -20,7 +20,8 @@ public:
     /// once; it is put back then, after the fact.
     using NewValueText = std::function<std::optional<std::string>(Attribute&)>;
 
-    /// Begins a protection. With an empty callback the object watches nothing.
+    /// Begins a protection, which lasts as long as somebody holds the result. With an empty
+    /// callback the object watches nothing.
     static std::shared_ptr<AttributeWriteProtection> create(std::shared_ptr<Attribute> attribute,
                                                             const NewValueText& callback);
     ~AttributeWriteProtection() override;

@@ -37,7 +37,8 @@ public:
 
     static std::shared_ptr<FieldFactory> the();
 
-    /// Registers class `X` under `name` for as long as the result lives.
+    /// Registers class `X` under `name` for as long as the result lives; streams know classes by
+    /// `X::getStaticClassName()`.
     /// \return an empty pointer when the name is taken; the first class keeps it.
     template <class X>
     [[nodiscard]] static std::unique_ptr<const FactoryRegistration> addField(

@@ -92,7 +92,8 @@ public:
     /// empty optional clears it. A reader that stopped at a "}" passes it to its caller so.
     static void setPropagateKeyword(std::optional<const std::string> text);
 
-    /// Clears the propagate keyword of the thread.
+    /// Clears the propagate keyword of the thread. A host calls it ahead of each document: a read
+    /// that ended at a "}" too many has left that one behind, and the next read would end at it.
     static void cleanPropagateKeyword();
 
 protected:

@@ -69,8 +69,9 @@ public:
     /// precision of all numbers of the model.
     ModelOutFormat& writeHeader(const std::string& text);
 
-    /// The start of a stream with the format version of `versions` and, in `Text` if
-    /// `writeRootModelVersion`, its root model version. Sets the stream's precision to 8.
+    /// The start of a stream with the format version of `versions`, for which most hosts pass the
+    /// global `version`, and, in `Text` if `writeRootModelVersion`, its root model version. Sets
+    /// the stream's precision to 8.
     ModelOutFormat& writeHeader(const std::string& text, const Version& versions,
                                 bool writeRootModelVersion);
 

@@ -38,7 +38,8 @@ public:
     static const DataStructures::KeyTable keyTable;
 
     // The tree. ------------------------------------------------------------------------------------
-    /// Adds a child at the end. A child has one parent at a time and is never moved by this.
+    /// Adds a child at the end. A child has one parent at a time and is never moved by this. Names
+    /// are compared now and not at a later rename. The caller does not add a root below itself.
     /// \param flags bits of `AddFlags`.
     /// \return false, and both objects as they were, for an empty pointer, a child that has a
     /// parent, a hook that says no, and a name that is taken.
@@ -50,7 +51,8 @@ public:
     /// Hooks that are asked on the future parent and on the future child.
     virtual bool isChildAllowed(std::shared_ptr<Object> child, int flags);
     virtual bool isParentAllowed(Object& parent);
-    /// Whether nothing in this object is kept without being understood.
+    /// Whether nothing of this object itself is kept without being understood; children and fields
+    /// are asked by a walk.
     virtual bool holdsNoUnknownData();
     std::shared_ptr<Object> getParent() const { return parent.lock(); }
     const ChildList& getChildren() const { return children; }
@@ -93,13 +95,20 @@ public:
     using AttrContainer::inqObjPath;
     /// The absolute path, "/" for a root.
     std::optional<std::string> inqObjPath() const override;
-    /// The path as seen from `reference`, by the text of both paths; "." for the object itself.
+    /// The path as seen from `reference`, by the text of both paths; "." for the object itself, which
+    /// no look-up takes.
     std::optional<std::string> inqObjPath(const Object& reference) const;
-    /// The object that a path leads to; empty where it leads nowhere or to something else.
+    /// The object that a path leads to; empty where it leads nowhere or to something else. Names
+    /// between '/', matched without case; "/" in front is the root, "~" a parent.
     std::shared_ptr<Object> inqObject(const std::optional<std::string>& path);
     std::shared_ptr<const Object> inqObject(const std::optional<std::string>& path) const;
 
     // Streams. -------------------------------------------------------------------------------------
+    /// Reads as `AttrContainer::readFrom` does, and up to the end of the stream or a "}"; children
+    /// are added to those that are there. Where all is well with a document of one object, the
+    /// stream is at its end afterwards.
+    /// \return also ObjectBlockBroken, where the end of a block cannot be told.
+    /// \throws std::invalid_argument for a malformed floating-point number.
     [[nodiscard]] ErrorPtr readFrom(std::istream& stream,
                                     std::shared_ptr<const ReadContextBase> context) override;
     [[nodiscard]] ErrorPtr writeTo(std::ostream& stream,

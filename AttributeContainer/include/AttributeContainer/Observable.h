@@ -69,14 +69,18 @@ public:
     virtual void touch(const std::shared_ptr<ObservingObject>& initiator,
                        std::vector<NotificationResult>* results);
 
-    /// Adds a post-observer. \param priority greater ones run earlier. \param action a token of
-    /// the action container. \param temporary the relation is never stored and never copied.
+    /// Adds a post-observer.
+    /// \param priority greater ones run earlier; of equal ones, the one that was added last.
+    /// \param action a token of the action container: 0 "Notify", 1 "PreNotify", 2 "Propagate".
+    /// \param temporary the relation is never stored and never copied.
+    /// \return AlreadyThere for a relation of that observer and action, which keeps its priority.
     AddResult addObserver(Observer& observer, short priority, std::uint64_t action, bool temporary);
     /// Adds a post-observer by path; a path that leads nowhere yet stays as text until it does.
     AddResult addObserver(const std::string& path, short priority, std::uint64_t action,
                           bool temporary);
     /// Adds a ready relation, in order or at the end, and becomes its owner.
     AddResult addObserver(std::unique_ptr<ObserverPath> path, bool sorted);
+    /// The same ahead of a change, for which the action is 1, "PreNotify".
     AddResult addPreObserver(Observer& observer, short priority, std::uint64_t action,
                              bool temporary);
     AddResult addPreObserver(const std::string& path, short priority, std::uint64_t action,

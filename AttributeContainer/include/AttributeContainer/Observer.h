@@ -34,16 +34,20 @@ public:
     static const std::string& getStaticClassName();
     /// Notes this observer as the copy of `source`, so that copied relations find it.
     virtual int copyFrom(const Observer& source);
-    /// A watched observable has changed.
+    /// A watched observable has changed. `initiator` is who changed it, if anybody gave a name to
+    /// that; an initiator is not told of its own change.
     virtual Action::ExecReturn changedNotify(Observable& observable, Initiator& initiator);
-    /// A watched observable is about to change. Who refuses hangs an `InfoFailed` on it.
+    /// A watched observable is about to change. Who refuses hangs an `InfoFailed` on it: the
+    /// returned value refuses nothing. `NewValueInfo<T>` tells the value to come, but not in a
+    /// change through text.
     virtual Action::ExecReturn toChangeNotify(Observable& observable, Initiator& initiator);
     virtual std::string getName() const = 0;
     /// A path for showing to people; empty for what has none.
     virtual std::optional<std::string> inqDisplayPath() const;
     virtual std::optional<std::string> inqObjPath() const;
     virtual bool checkLocking(const ActionForCheckLocking& action) const;
-    /// A watched observable goes away.
+    /// A watched observable dismisses its observers. One that is simply destroyed says nothing. Who
+    /// overrides this calls it, since it takes the observable out of this observer's list.
     virtual void informDelete(const Observable& observable);
     virtual std::optional<std::reference_wrapper<const Observer>> lookupObject() const;
 
@@ -59,7 +63,8 @@ public:
     /// The index of the last entry of that observable; all ones when there is none.
     /// \throws std::bad_weak_ptr when no shared pointer owns the observable.
     std::uint64_t lookupObservedByMe(const Observable& observable) const;
-    /// How many active relations lead to this observer.
+    /// How many active relations lead to this observer, those of observables that were destroyed
+    /// meanwhile included.
     std::uint64_t getNumObservedByMe() const { return params.observedByMe.size(); }
 
     /// Gives this observer a copy of each relation that `other` is in, but for those to other's

@@ -44,7 +44,9 @@ private:
     T value;
 };
 
-/// A veto: found on the observable after the pre-observers ran, it stops the change.
+/// A veto: found on the observable after the pre-observers ran, it stops the change. It is gone
+/// when the change returns, unless `setExpire(false)` leaves it there for the caller, who then
+/// takes it with `removeNotifyInfo`: one that stays refuses later changes too.
 class QOR_API InfoFailed : public ObserverInfo {
 public:
     explicit InfoFailed(ErrorPtr error);

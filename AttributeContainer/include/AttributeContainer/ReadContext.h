@@ -28,7 +28,9 @@ public:
     bool readDemandData() const { return flags.readDemandData; }
     void setReadDemandData(bool value) { flags.readDemandData = value; }
 
-    /// Whether only attributes that are `marked` take the values of the stream; false at first.
+    /// Whether, of the attributes that are there already, only those that are `marked` take the
+    /// values of the stream; false at first. A new object has no marks, nor have the children and
+    /// fields that the read makes.
     bool readMarked() const { return flags.readMarked; }
     void setReadMarked(bool value) { flags.readMarked = value; }
 

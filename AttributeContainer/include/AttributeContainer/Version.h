@@ -20,6 +20,8 @@ public:
     /// another lock, nor while building a `VersionNum` that asks the global record.
     static std::mutex versionProtect;
 
+    /// A record of a host's own, for `ModelOutFormat::writeHeader`, which writes the format version
+    /// and on demand the root model version.
     Version(VersionNum app, VersionNum format, VersionNum socket, VersionNum api,
             VersionNum rootModel, std::string pretty);
 

@@ -32,8 +32,8 @@ constexpr VisitorCore::VisitResult operator|(VisitorCore::VisitResult a,
                                                  static_cast<std::uint32_t>(b));
 }
 
-/// A visitor of elements `T`, which acts between two levels of the tree. A level counts from the
-/// element on which the walk begins.
+/// A visitor of elements `T`, which acts between two levels of the tree, both included. A level
+/// counts from the element on which the walk begins, which is 0; ~0u as the last one means all.
 template <class T>
 class GeneralVisitor : public VisitorCore {
 public:
@@ -43,7 +43,9 @@ public:
     /// The walk keeps the running level up to date through this.
     void setHierLevel(unsigned level) { hierLevel = level; }
 
+    /// Visits one element; `getHierLevel` is its level.
     virtual VisitResult visit(T element) = 0;
+    /// Visits it once more behind what it contains, in the modes that have both.
     virtual VisitResult visitDone(T) { return Continue; }
 
 protected:
@@ -56,7 +58,8 @@ private:
     unsigned hierLevel = 0;
 };
 
-/// Visits attributes, container by container.
+/// Visits attributes, container by container. Who overrides one `visit` hides the other one, unless
+/// `using AttributeVisitor::visit` brings it back.
 class QOR_API AttributeVisitor : public GeneralVisitor<Attribute&> {
 public:
     AttributeVisitor(unsigned firstLevel, unsigned maxLevel)

@@ -24,7 +24,8 @@ public:
     bool writeOnlyMarked() const { return flags.writeOnlyMarked; }
     void setWriteOnlyMarked(bool value) { flags.writeOnlyMarked = value; }
 
-    /// Whether child objects without a marked attribute are left out; false at first.
+    /// Whether children whose name attribute is not `marked` are left out, with all below them;
+    /// false at first. Other marks of the child do not count.
     bool writeOnlyMarkedObjects() const { return flags.writeOnlyMarkedObjects; }
     void setWriteOnlyMarkedObjects(bool value) { flags.writeOnlyMarkedObjects = value; }
 
@@ -36,7 +37,8 @@ public:
     bool writeDefaultValues() const { return flags.writeDefaultValues; }
     void setWriteDefaultValues(bool value) { flags.writeDefaultValues = value; }
 
-    /// Whether an object without a UUID gets one before it is written; false at first.
+    /// Whether an object without a UUID gets one before it is written, and keeps it; false at
+    /// first.
     bool createObjectUuid() const { return flags.createObjectUuid; }
     void setCreateObjectUuid(bool value) { flags.createObjectUuid = value; }
 
@@ -54,7 +56,10 @@ public:
     void setWriteEncrypted(bool value) { flags.writeEncrypted = value; }
 
     /// The collection that makes containers be written once and referred to afterwards, null at
-    /// first. Not owned: it must outlive the write.
+    /// first. Not owned: it must outlive the write. A write marks the containers that it has been
+    /// to
+    /// (`AttrContainer::isSerialized`); clear these marks ahead of the next one, which would else
+    /// write references alone.
     SharedInstanceCollection* getSharedInstances() const { return sharedInstances; }
     void setSharedInstances(SharedInstanceCollection* instances) { sharedInstances = instances; }
 

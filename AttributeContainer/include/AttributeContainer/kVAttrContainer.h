@@ -26,7 +26,8 @@
 
 namespace QOR::AttributeContainer {
 
-/// What `addField` and `addChild` do about the name of what they add; the values are or-ed.
+/// What `addField` and `addChild` do about the name of what they add; the values are or-ed. With 0
+/// they refuse what has a name that is taken.
 struct AddFlags {
     static constexpr int SkipNameTest = 4;     ///< take it whatever its name
     static constexpr int MakeNameUnique = 16;  ///< rename it where its name is taken
@@ -75,7 +76,9 @@ public:
     virtual std::uint64_t getMaxAttrToken() const;
     /// All ones in a class with no fields of its own.
     virtual std::uint64_t getMaxFieldToken() const;
-    /// A copy of this container; for `CreateEmpty` a new default object of its class.
+    /// A copy of this container with its attributes, fields and their relations, of the same class,
+    /// to which a cast leads; children of objects are not copied. For `CreateEmpty` a new default
+    /// object of its class.
     virtual std::shared_ptr<AttrContainer> duplicate(CreateType type) const;
     virtual std::shared_ptr<AttrContainer> duplicateAll(CreateType type) const;
     /// Hooks that may make a field ahead of, or behind, the factory; empty here.
@@ -94,15 +97,23 @@ public:
     virtual VisitorCore::VisitResult fieldAndStructureVisitor(
         GeneralVisitor<AttrContainer&>& visitor, int mode);
     virtual VisitorCore::VisitResult observerVisitor(ObserverVisitor& visitor, bool recurse);
+    /// Walks over the attributes of this container and, with `recurse`, of its fields; never over
+    /// those of children, to which only a walk over objects leads.
     virtual VisitorCore::VisitResult attributeVisitor(AttributeVisitor& visitor, bool recurse);
 
     // Streams. -------------------------------------------------------------------------------------
-    /// Reads the content of this container. Attributes that the class does not declare become
-    /// custom ones.
+    /// Reads the content of this container into what is there: attributes take the values of the
+    /// stream, those that are not there become custom ones. What was read ahead of a failure stays.
+    /// \return ContextMissing for a null context; a warning for what was kept or passed over
+    /// without being understood; else the error that ended the read. The end of the input, and a
+    /// "}" too many, are a quiet end.
+    /// \throws std::invalid_argument for a malformed floating-point number.
     [[nodiscard]] virtual ErrorPtr readFrom(std::istream& stream,
                                             std::shared_ptr<const ReadContextBase> context);
     /// A hook ahead of a read, handed on to the fields.
     virtual void initRead();
+    /// Writes the content of this container, but not its class.
+    /// \return ContextMissing for a null context, StreamFailed where the stream is not good.
     [[nodiscard]] virtual ErrorPtr writeTo(std::ostream& stream,
                                            std::shared_ptr<const WriteContextBase> context);
 
@@ -116,13 +127,15 @@ public:
     std::string getName() const override;
     virtual std::string getDisplayName() const;
     [[nodiscard]] virtual ErrorPtr setDisplayName(const std::string& name);
-    /// Whether nothing in this container answers to that name.
+    /// Whether nothing in this container (attribute, field or child) answers to that name.
     virtual bool isNameUnique(const std::string& name) const;
     /// \return InvalidName, with the info "CheckedName", for a text that is no valid name.
     [[nodiscard]] virtual ErrorPtr checkName(const std::string& name) const;
     /// A name that is not taken here, made from `name`, or from the class name if that is invalid.
     virtual std::string generateUniqueName(const std::string& name) const;
-    /// Renames this container. \return InvalidName, and the old name stays.
+    /// Renames this container; its siblings are not asked whether the name is taken.
+    /// \return InvalidName, and the old name stays. A name that an observer refused is no error:
+    /// the old name stays, and only `name` tells.
     [[nodiscard]] virtual ErrorPtr setName(const std::string& name);
     const std::string& name() const;
     /// Sets the name as any attribute is set: an invalid one is refused by the container itself.
@@ -161,6 +174,8 @@ public:
     int getAttrCategory(const Attribute& attribute) const;
     int getAttrCategory(std::uint64_t token) const;
     std::uint64_t getFieldToken(const AttrContainer& field) const;
+    /// An attribute by token or name; empty for what is not there. Names are matched with their
+    /// case. A cast to `Attr<T>` gives the typed value.
     std::weak_ptr<Attribute> getAttribute(std::uint64_t token);
     std::weak_ptr<const Attribute> getAttribute(std::uint64_t token) const;
     std::weak_ptr<Attribute> getAttribute(const std::string& name);
@@ -177,11 +192,13 @@ public:
     std::uint64_t getInstanceIdentifier() const;
 
     // Adding and removing. -------------------------------------------------------------------------
-    /// Adds a custom attribute. \return an empty pointer for a name that is invalid or taken, and
-    /// for an attribute that is not a custom one.
+    /// Adds a custom attribute, a `CustAttr<T>` that is in no other container.
+    /// \return an empty pointer for a name that is invalid or taken, and for an attribute that is
+    /// not a custom one.
     std::weak_ptr<Attribute> addAttribute(std::shared_ptr<Attribute> attribute,
                                           const std::string& name);
     /// Removes a custom attribute; the last one takes over its token.
+    /// \return false for a name that is not there or belongs to the class.
     bool rmAttribute(const std::string& name);
     bool rmAllCustomAttributes();
     /// Adds a field under `name`, or under its own name if that is empty.
