@@ -56,8 +56,7 @@ public:
     void setWriteEncrypted(bool value) { flags.writeEncrypted = value; }
 
     /// The collection that makes containers be written once and referred to afterwards, null at
-    /// first. Not owned: it must outlive the write. A write marks the containers that it has been
-    /// to
+    /// first. Not owned: it must outlive the write. A write marks the containers that it has put out
     /// (`AttrContainer::isSerialized`); clear these marks ahead of the next one, which would else
     /// write references alone.
     SharedInstanceCollection* getSharedInstances() const { return sharedInstances; }
