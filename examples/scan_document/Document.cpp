@@ -2,7 +2,7 @@
 
 #include "ErrorText.h"
 
-#include <AttributeContainer/ActionContainer.h>
+#include <AttributeContainer/ActionToken.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -72,8 +72,7 @@ Document::Document()
     numScans = addValue<std::uint64_t>(*scans, "NumScans", 0);
     numPoints = addValue<std::uint64_t>(*scans, "NumPoints", 0);
     // A post-observer is told behind each change. "Temporary" relations are not part of the stream.
-    const auto notify = model::ActionContainer::the()->getToken("Notify");
-    numPoints->addObserver(*printer, priority, notify, true);
+    numPoints->addObserver(*printer, priority, model::ActionToken::Notify, true);
     root->getUuid();  // the first call makes and stores one
 }
 
@@ -81,8 +80,7 @@ std::shared_ptr<Object> Document::addScan(const Scan& scan) {
     const auto object = Object::create();
     setName(*object, "Scan");
     // A pre-observer is asked ahead of each change and may refuse it.
-    const auto ask = model::ActionContainer::the()->getToken("PreNotify");
-    object->Attr_Name().addPreObserver(*guard, priority, ask, true);
+    object->Attr_Name().addPreObserver(*guard, priority, model::ActionToken::PreNotify, true);
 
     std::string name = scan.name;
     if (AttrContainer::makeNameValid(name)) object->name(name);  // where refused it stays "Scan"

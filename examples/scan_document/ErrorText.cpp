@@ -1,13 +1,12 @@
 #include "ErrorText.h"
 
 #include <any>
-#include <cstdint>
 
 namespace example {
 
 std::string describe(const ModelError& error) {
     std::string text = error.isWarning() ? "warning " : "error ";
-    text += std::to_string(static_cast<std::uint32_t>(error.getCode()));
+    text += QOR::AttributeContainer::getErrorCodeName(error.getCode());
     if (const auto description = error.getDescription()) text += ", " + *description;
     for (const auto& [key, value] : error.getInfos()) {
         if (const auto* const info = std::any_cast<std::string>(&value))

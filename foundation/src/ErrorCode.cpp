@@ -15,6 +15,27 @@ bool isWarning(const ErrorCode& code) {
     }
 }
 
+std::string_view getErrorCodeName(ErrorCode code) {
+    switch (code) {
+        case ErrorCode::ParseFailed: return "ParseFailed";
+        case ErrorCode::StreamFailed: return "StreamFailed";
+        case ErrorCode::ContextMissing: return "ContextMissing";
+        case ErrorCode::ObserverEntryDropped: return "ObserverEntryDropped";
+        case ErrorCode::ElementUnresolved: return "ElementUnresolved";
+        case ErrorCode::ElementSkipped: return "ElementSkipped";
+        case ErrorCode::AttributeNotMarked: return "AttributeNotMarked";
+        case ErrorCode::AttributeNotCreated: return "AttributeNotCreated";
+        case ErrorCode::UnknownAttributeType: return "UnknownAttributeType";
+        case ErrorCode::InvalidName: return "InvalidName";
+        case ErrorCode::WriteProtected: return "WriteProtected";
+        case ErrorCode::ReadNotSupported: return "ReadNotSupported";
+        case ErrorCode::ObjectNotCreated: return "ObjectNotCreated";
+        case ErrorCode::ChildNotCreated: return "ChildNotCreated";
+        case ErrorCode::ObjectBlockBroken: return "ObjectBlockBroken";
+    }
+    return {};
+}
+
 ErrorPtr makeError(const char* file, int line, ErrorCode code, const char* function) {
     auto error = std::make_unique<ErrorHandling::ErrorWithCode<ErrorCode>>(file, line, code);
     auto message = "Error " + error->getUuid() + ": " + error->getLocation();

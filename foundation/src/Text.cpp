@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <streambuf>
 #include <utility>
 
 namespace QOR {
@@ -19,6 +20,21 @@ bool isAlphaNum(char character) {
     return isDigit(character) || (lowerCase(character) >= 'a' && lowerCase(character) <= 'z');
 }
 
+// \return what stands behind the white space.
+int skipWhiteSpace(std::streambuf& buffer) {
+    int next = buffer.sgetc();
+    while (next != endOfInput && isWhiteSpace(static_cast<char>(next))) next = buffer.snextc();
+    return next;
+}
+
+// \return what stands behind the word.
+int takeWord(std::streambuf& buffer, std::string& word) {
+    int next = buffer.sgetc();
+    for (; next != endOfInput && !isWhiteSpace(static_cast<char>(next)); next = buffer.snextc())
+        word += static_cast<char>(next);
+    return next;
+}
+
 template <class Predicate> int findFrom(const std::string& text, int start, Predicate matches) {
     for (std::size_t i = static_cast<std::size_t>(std::max(start, 0)); i < text.size(); ++i)
         if (matches(text[i])) return static_cast<int>(i);
@@ -27,11 +43,25 @@ template <class Predicate> int findFrom(const std::string& text, int start, Pred
 
 }  // namespace
 
+void takeAsBad(std::ios& stream) {
+    const bool goesOn = (stream.exceptions() & std::ios::badbit) != 0;
+    try {
+        stream.setstate(std::ios::badbit);
+    } catch (const std::ios::failure&) {
+        // What the buffer threw says more.
+    }
+    if (goesOn) throw;
+}
+
 std::istream& eatWS(std::istream& stream) {
     if (!stream.good()) return stream;
-    auto& buffer = *stream.rdbuf();
-    auto next = buffer.sgetc();
-    while (next != endOfInput && isWhiteSpace(static_cast<char>(next))) next = buffer.snextc();
+    int next = endOfInput;
+    try {
+        next = skipWhiteSpace(*stream.rdbuf());
+    } catch (...) {
+        takeAsBad(stream);
+        return stream;
+    }
     if (next == endOfInput) stream.setstate(std::ios::eofbit);
     return stream;
 }
@@ -44,10 +74,13 @@ std::istream& operator>>(std::istream& stream, std::optional<std::string>& word)
     }
 
     std::string text;
-    auto& buffer = *stream.rdbuf();
-    auto next = buffer.sgetc();
-    for (; next != endOfInput && !isWhiteSpace(static_cast<char>(next)); next = buffer.snextc())
-        text += static_cast<char>(next);
+    int next = endOfInput;
+    try {
+        next = takeWord(*stream.rdbuf(), text);
+    } catch (...) {
+        takeAsBad(stream);
+        return stream;
+    }
     word = std::move(text);
     if (next == endOfInput) stream.setstate(std::ios::eofbit);
     return stream;

@@ -1,5 +1,7 @@
 #include <QOR/Text.h>
 
+#include "HexDigits.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -7,8 +9,6 @@
 namespace QOR {
 
 namespace {
-
-constexpr char hexDigits[] = "0123456789abcdef";
 
 bool needsEscape(char character, bool quotes) {
     const auto byte = static_cast<unsigned char>(character);
@@ -28,13 +28,6 @@ void appendEscape(std::string& text, char character) {
             text += hexDigits[static_cast<unsigned char>(character) >> 4];
             text += hexDigits[character & 0x0f];
     }
-}
-
-int hexValue(char character) {
-    if (isDigit(character)) return character - '0';
-    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-    return -1;
 }
 
 // What stands at a place of the text: a character, and how many characters spell it.

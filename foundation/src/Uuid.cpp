@@ -1,5 +1,7 @@
 #include <QOR/Uuid.h>
 
+#include "HexDigits.h"
+
 #include <atomic>
 #include <bit>
 #include <cstring>
@@ -59,13 +61,6 @@ private:
     std::array<std::uint64_t, 4> state{};
 };
 
-int digitValue(char character) {
-    if (character >= '0' && character <= '9') return character - '0';
-    if (character >= 'a' && character <= 'f') return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F') return character - 'A' + 10;
-    return -1;
-}
-
 }  // namespace
 
 uuid uuid::generate() {
@@ -92,7 +87,7 @@ std::optional<uuid> uuid::parse(const std::string& text) {
     std::size_t numDigits = 0;
     for (std::size_t i = begin; i < end; ++i) {
         if (text[i] == '-') continue;
-        const int value = digitValue(text[i]);
+        const int value = hexValue(text[i]);
         if (value < 0 || numDigits == allDigits) return std::nullopt;
         auto& byte = result.content[numDigits / 2];
         byte = static_cast<std::uint8_t>(byte << 4 | value);
@@ -103,13 +98,12 @@ std::optional<uuid> uuid::parse(const std::string& text) {
 }
 
 std::string uuid::toString() const {
-    constexpr char digits[] = "0123456789abcdef";
     std::string text;
     text.reserve(36);
     for (std::size_t i = 0; i < content.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-        text += digits[content[i] >> 4];
-        text += digits[content[i] & 0x0f];
+        text += hexDigits[content[i] >> 4];
+        text += hexDigits[content[i] & 0x0f];
     }
     return text;
 }

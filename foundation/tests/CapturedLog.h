@@ -3,6 +3,7 @@
 
 #include <QOR/Logger.h>
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,14 @@ public:
     CapturedLog(const CapturedLog&) = delete;
     CapturedLog& operator=(const CapturedLog&) = delete;
     ~CapturedLog() { Logger::setSink(std::move(former)); }
+
+    /// The messages of one level, in their order.
+    std::vector<std::string> messages(int level) const {
+        std::vector<std::string> found;
+        for (const LogRecord& record : records)
+            if (record.level == level) found.push_back(record.message);
+        return found;
+    }
 
     std::vector<LogRecord> records;
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
+#include <string_view>
 #include <type_traits>
 
 namespace QOR::AttributeContainer {
@@ -15,17 +16,25 @@ struct Row {
     ErrorCode code;
     std::uint32_t value;
     bool warning;
+    std::string_view name;
 };
 
 const Row rows[] = {
-    {ErrorCode::ParseFailed, 0, false},         {ErrorCode::StreamFailed, 1, false},
-    {ErrorCode::ContextMissing, 2, false},      {ErrorCode::ObserverEntryDropped, 3, true},
-    {ErrorCode::ElementUnresolved, 4, false},   {ErrorCode::ElementSkipped, 5, true},
-    {ErrorCode::AttributeNotMarked, 6, true},   {ErrorCode::AttributeNotCreated, 7, false},
-    {ErrorCode::UnknownAttributeType, 8, true}, {ErrorCode::InvalidName, 9, false},
-    {ErrorCode::WriteProtected, 10, false},     {ErrorCode::ReadNotSupported, 11, false},
-    {ErrorCode::ObjectNotCreated, 12, true},    {ErrorCode::ChildNotCreated, 13, false},
-    {ErrorCode::ObjectBlockBroken, 14, false},
+    {ErrorCode::ParseFailed, 0, false, "ParseFailed"},
+    {ErrorCode::StreamFailed, 1, false, "StreamFailed"},
+    {ErrorCode::ContextMissing, 2, false, "ContextMissing"},
+    {ErrorCode::ObserverEntryDropped, 3, true, "ObserverEntryDropped"},
+    {ErrorCode::ElementUnresolved, 4, false, "ElementUnresolved"},
+    {ErrorCode::ElementSkipped, 5, true, "ElementSkipped"},
+    {ErrorCode::AttributeNotMarked, 6, true, "AttributeNotMarked"},
+    {ErrorCode::AttributeNotCreated, 7, false, "AttributeNotCreated"},
+    {ErrorCode::UnknownAttributeType, 8, true, "UnknownAttributeType"},
+    {ErrorCode::InvalidName, 9, false, "InvalidName"},
+    {ErrorCode::WriteProtected, 10, false, "WriteProtected"},
+    {ErrorCode::ReadNotSupported, 11, false, "ReadNotSupported"},
+    {ErrorCode::ObjectNotCreated, 12, true, "ObjectNotCreated"},
+    {ErrorCode::ChildNotCreated, 13, false, "ChildNotCreated"},
+    {ErrorCode::ObjectBlockBroken, 14, false, "ObjectBlockBroken"},
 };
 
 TEST(ErrorCode, HasTheFifteenValuesFromZeroToFourteen) {
@@ -41,6 +50,15 @@ TEST(ErrorCode, IsAWarningForThreeFiveSixEightAndTwelveOnly) {
 
 TEST(ErrorCode, IsNoWarningBeyondTheLastValue) {
     EXPECT_FALSE(isWarning(static_cast<ErrorCode>(15)));
+}
+
+TEST(ErrorCode, HasTheNameOfItsEnumerator) {
+    for (const auto& row : rows) EXPECT_EQ(getErrorCodeName(row.code), row.name);
+}
+
+TEST(ErrorCode, HasNoNameBeyondTheLastValue) {
+    EXPECT_EQ(getErrorCodeName(static_cast<ErrorCode>(15)), "");
+    EXPECT_EQ(getErrorCodeName(static_cast<ErrorCode>(~0u)), "");
 }
 
 TEST(ErrorCode, AnErrorAnswersForItsCode) {

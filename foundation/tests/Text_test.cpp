@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <string>
 #include <utility>
 
 namespace {
@@ -25,105 +25,6 @@ TEST(Text, ANumberIsMadeOfDigitsSignsPointAndExponent) {
 }
 
 TEST(Text, AStringEndsAtAQuote) { EXPECT_EQ(getStringEnd<char>(), '"'); }
-
-TEST(EatWS, StopsAtTheFirstOtherCharacter) {
-    std::istringstream stream(" \t\n\v\f\r x y");
-
-    EXPECT_EQ(&eatWS(stream), &stream);
-
-    EXPECT_TRUE(stream.good());
-    EXPECT_EQ(stream.get(), 'x');
-}
-
-TEST(EatWS, LeavesAStreamThatHasNoWhiteSpace) {
-    std::istringstream stream("x");
-
-    eatWS(stream);
-
-    EXPECT_EQ(stream.get(), 'x');
-}
-
-TEST(EatWS, SetsTheEndBitButNotTheFailBitAtTheEnd) {
-    std::istringstream blank("  \n");
-    std::istringstream empty("");
-
-    eatWS(blank);
-    eatWS(empty);
-    eatWS(empty);
-
-    EXPECT_TRUE(blank.eof());
-    EXPECT_FALSE(blank.fail());
-    EXPECT_TRUE(empty.eof());
-    EXPECT_FALSE(empty.fail());
-}
-
-TEST(EatWS, LeavesAFailedStreamAlone) {
-    std::istringstream stream("  x");
-    stream.setstate(std::ios::failbit);
-
-    eatWS(stream);
-
-    stream.clear();
-    EXPECT_EQ(stream.get(), ' ');
-}
-
-TEST(OptionalWord, ReadsWordsOneByOne) {
-    std::istringstream stream("  first\tsecond\"}\n");
-    std::optional<std::string> word;
-
-    stream >> word;
-    EXPECT_EQ(word, "first");
-    EXPECT_EQ(stream.peek(), '\t');
-
-    stream >> word;
-    EXPECT_EQ(word, "second\"}");
-    EXPECT_TRUE(stream.good());
-}
-
-TEST(OptionalWord, ReadsTheLastWordUpToTheEnd) {
-    std::istringstream stream("last");
-    std::optional<std::string> word;
-
-    EXPECT_TRUE(static_cast<bool>(stream >> word));
-
-    EXPECT_EQ(word, "last");
-    EXPECT_TRUE(stream.eof());
-}
-
-TEST(OptionalWord, IsEmptyWhenThereIsNone) {
-    for (const auto* text : {"", "  \n"}) {
-        std::istringstream stream(text);
-        std::optional<std::string> word = "former";
-
-        EXPECT_FALSE(static_cast<bool>(stream >> word));
-
-        EXPECT_FALSE(word.has_value());
-        EXPECT_TRUE(stream.eof());
-    }
-}
-
-TEST(OptionalWord, IsEmptyWhenTheStreamHasFailedBefore) {
-    std::istringstream stream("word");
-    stream.setstate(std::ios::failbit);
-    std::optional<std::string> word = "former";
-
-    stream >> word;
-
-    EXPECT_FALSE(word.has_value());
-}
-
-TEST(OptionalWord, KeepsZeroAndHighBytes) {
-    const std::string text(
-        "a\0\xff"
-        "b",
-        4);
-    std::istringstream stream(text + " ");
-    std::optional<std::string> word;
-
-    stream >> word;
-
-    EXPECT_EQ(word, text);
-}
 
 TEST(ReplaceAll, ReplacesEveryOccurrence) {
     const auto replaced = [](std::string text, const std::string& from, const std::string& to) {

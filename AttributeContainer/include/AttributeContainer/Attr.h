@@ -94,12 +94,11 @@ protected:
 /// What an attribute that was added at run time knows of its place.
 class QOR_API CustomAttribute {
 public:
-    virtual ~CustomAttribute();
-
     void setLocation(const Attribute::Location& newLocation) { location.set(newLocation); }
 
 protected:
     CustomAttribute() = default;
+    ~CustomAttribute() = default;  // whoever owns an attribute owns it as one
 
     std::string getName(const Attribute& attribute) const;
     std::uint64_t getToken(const Attribute& attribute) const;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <AttributeContainer/Export.h>
+#include <AttributeContainer/ValueTypes.h>
 
 #include <string>
 
@@ -16,10 +17,20 @@ public:
     virtual const T* read() const { return &value; }
     virtual const T* peek() const { return &value; }
 
-    inline static const std::string nullName{};
+    /// An empty text, one for each type.
+    static const std::string nullName;
 
 private:
     T value{};
 };
+
+template <class T>
+const std::string AttrVal<T>::nullName;
+
+// The library holds the texts of all types of the list, so that no host makes its own.
+#define QOR_INSTANCE_ROW(KIND, TYPE, TOKEN, WORD) \
+    QOR_CLASS_ROW_##KIND(extern template class AttrVal<TYPE>;)
+QOR_VALUE_TYPES(QOR_INSTANCE_ROW)
+#undef QOR_INSTANCE_ROW
 
 }  // namespace QOR::AttributeContainer

@@ -3,6 +3,7 @@
 
 #include <AttributeContainer/Action.h>
 #include <AttributeContainer/ActionContainer.h>
+#include <AttributeContainer/ActionToken.h>
 #include <AttributeContainer/ArrayContainer.h>
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/AttrContInfoSetter.h>

@@ -58,7 +58,10 @@ public:
 private:
     friend class VersionNum;  // its constructors copy a member of the global record
 
+    // Each under the lock.
     VersionNum copyOf(VersionNum Version::*member) const;
+    const VersionNum* addressOf(VersionNum Version::*member) const;
+    void set(VersionNum Version::*member, const VersionNum& value);
     Version(const Version& other, const std::lock_guard<std::mutex>& held);
 
     VersionNum appVersion;

@@ -63,6 +63,9 @@ public:
 private:
     friend QOR_API bool operator<(const VersionNum& a, const VersionNum& b);
 
+    /// The steps that a stream and a text have in common.
+    template <class Source> bool takeNumbers(Source& source);
+
     std::string name;
     int major;
     int minor;

@@ -34,8 +34,6 @@ const AttrDefinition* HardCodedAttribute::getDefinition(const Attribute& attribu
     return living ? living->getAttrDefinition(attribute) : nullptr;
 }
 
-CustomAttribute::~CustomAttribute() = default;
-
 std::string CustomAttribute::getName(const Attribute& attribute) const {
     return nameIn(location.get(), attribute);
 }

@@ -140,38 +140,43 @@ BlockObserver::~BlockObserver() {
 
 // The two halves of a change -------------------------------------------------------------------
 
+namespace {
+using Results = std::vector<Observable::NotificationResult>;
+
+// Runs one half and hands what it answered to the one who waits for it, if anybody does.
+template <class Half>
+void runFor(ResultPromise& promise, const Half& half) {
+    Results results;
+    half(promise ? &results : nullptr);
+    if (promise) promise->set_value(std::move(results));
+    promise.reset();
+}
+}  // namespace
+
 bool Attribute::runPreHalf(std::shared_ptr<ObserverInfo> newValue,
                            const std::shared_ptr<ObservingObject>& initiator,
                            ResultPromise& preResults) {
-    std::vector<NotificationResult> results;
     bool accepted = true;
-    if (newValue) {
+    runFor(preResults, [&](Results* results) {
+        if (!newValue) return;
         const WalkFrame frame(*this);
         addNotifyInfo(std::move(newValue));
-        preTouch(initiator, preResults ? &results : nullptr);
+        preTouch(initiator, results);
         // Where an observer ended the attribute, nothing is left to change.
         accepted = !frame.isGone() && !lookupNotifyInfo(typeid(InfoFailed));
         if (!accepted && !frame.isGone()) removeNotifyInfos(false);
-    }
-    if (preResults) preResults->set_value(std::move(results));
-    preResults.reset();
+    });
     return accepted;
 }
 
 void Attribute::askOnly(const std::shared_ptr<ObservingObject>& initiator,
                         ResultPromise& preResults) {
-    std::vector<NotificationResult> results;
-    preTouch(initiator, preResults ? &results : nullptr);
-    if (preResults) preResults->set_value(std::move(results));
-    preResults.reset();
+    runFor(preResults, [&](Results* results) { preTouch(initiator, results); });
 }
 
 void Attribute::runPostHalf(const std::shared_ptr<ObservingObject>& initiator,
                             ResultPromise& postResults) {
-    std::vector<NotificationResult> results;
-    touch(initiator, postResults ? &results : nullptr);
-    if (postResults) postResults->set_value(std::move(results));
-    postResults.reset();
+    runFor(postResults, [&](Results* results) { touch(initiator, results); });
 }
 
 std::shared_ptr<Attribute> Attribute::lookupCachedAttribute() const {

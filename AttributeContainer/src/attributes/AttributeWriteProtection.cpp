@@ -1,5 +1,7 @@
 #include <AttributeContainer/AttributeWriteProtection.h>
 
+#include <AttributeContainer/ActionToken.h>
+
 #include <QOR/Logger.h>
 
 #include <utility>
@@ -32,8 +34,8 @@ std::shared_ptr<AttributeWriteProtection> AttributeWriteProtection::create(
         new AttributeWriteProtection(attribute, callback));
     if (callback && attribute) {
         protection->protectedValue = attribute->getValueString();
-        attribute->addPreObserver(*protection, 100, 1, true);
-        attribute->addObserver(*protection, 100, 0, true);
+        attribute->addPreObserver(*protection, 100, ActionToken::PreNotify, true);
+        attribute->addObserver(*protection, 100, ActionToken::Notify, true);
     }
     return protection;
 }

@@ -20,6 +20,11 @@ concept Components = requires(const T& value) {
 template <class T>
 bool sameValue(const T& a, const T& b);
 
+template <class Position>
+bool sameValue(const ScanPtColor<Position>& a, const ScanPtColor<Position>& b) {
+    return sameValue(a.position, b.position) && a.color == b.color;
+}
+
 template <class Element>
 bool sameValue(const std::vector<Element>& a, const std::vector<Element>& b) {
     return &a == &b || std::equal(a.begin(), a.end(), b.begin(), b.end(),

@@ -45,34 +45,31 @@ VersionNum Version::copyOf(VersionNum Version::*member) const {
     return this->*member;
 }
 
-const VersionNum* Version::getAppVersion() const {
+const VersionNum* Version::addressOf(VersionNum Version::*member) const {
     const std::lock_guard<std::mutex> lock(versionProtect);
-    return &appVersion;
+    return &(this->*member);
 }
 
-const VersionNum* Version::getFormatVersion() const {
+void Version::set(VersionNum Version::*member, const VersionNum& value) {
     const std::lock_guard<std::mutex> lock(versionProtect);
-    return &formatVersion;
+    this->*member = value;
 }
+
+const VersionNum* Version::getAppVersion() const { return addressOf(&Version::appVersion); }
+
+const VersionNum* Version::getFormatVersion() const { return addressOf(&Version::formatVersion); }
 
 const VersionNum* Version::getRootModelVersion() const {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    return &rootModelVersion;
+    return addressOf(&Version::rootModelVersion);
 }
+
+const VersionNum* Version::getSocketVersion() const { return addressOf(&Version::socketVersion); }
+
+const VersionNum* Version::getApiVersion() const { return addressOf(&Version::apiVersion); }
 
 const VersionNum* Version::getSavedModelVersion() const {
     const std::lock_guard<std::mutex> lock(versionProtect);
     return savedModelVersion.get();
-}
-
-const VersionNum* Version::getSocketVersion() const {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    return &socketVersion;
-}
-
-const VersionNum* Version::getApiVersion() const {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    return &apiVersion;
 }
 
 const std::string& Version::getPrettyVersion() const {
@@ -80,34 +77,21 @@ const std::string& Version::getPrettyVersion() const {
     return prettyVersion;
 }
 
-void Version::setAppVersion(const VersionNum& value) {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    appVersion = value;
-}
+void Version::setAppVersion(const VersionNum& value) { set(&Version::appVersion, value); }
 
-void Version::setFormatVersion(const VersionNum& value) {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    formatVersion = value;
-}
+void Version::setFormatVersion(const VersionNum& value) { set(&Version::formatVersion, value); }
 
 void Version::setRootModelVersion(const VersionNum& value) {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    rootModelVersion = value;
+    set(&Version::rootModelVersion, value);
 }
+
+void Version::setSocketVersion(const VersionNum& value) { set(&Version::socketVersion, value); }
+
+void Version::setApiVersion(const VersionNum& value) { set(&Version::apiVersion, value); }
 
 void Version::setSavedModelVersion(const VersionNum& value) {
     const std::lock_guard<std::mutex> lock(versionProtect);
     savedModelVersion = std::make_unique<VersionNum>(value);
-}
-
-void Version::setSocketVersion(const VersionNum& value) {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    socketVersion = value;
-}
-
-void Version::setApiVersion(const VersionNum& value) {
-    const std::lock_guard<std::mutex> lock(versionProtect);
-    apiVersion = value;
 }
 
 bool Version::isBetaCandidate() const { return true; }

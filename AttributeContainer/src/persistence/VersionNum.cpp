@@ -29,6 +29,19 @@ bool takePoint(std::string& text) {
     return false;
 }
 
+// The same for a point with no white space before it; anything else stays.
+bool takePointAtOnce(std::istream& stream) {
+    if (stream.eof() || stream.peek() != '.') return false;
+    stream.get();
+    return true;
+}
+
+bool takePointAtOnce(std::string& text) {
+    if (text.empty() || text.front() != '.') return false;
+    text.erase(0, 1);
+    return true;
+}
+
 bool isMark(int patch) { return patch == 1000 || patch == 100; }
 
 }  // namespace
@@ -78,35 +91,20 @@ VersionNum VersionNum::maskBetaLevel() const {
     return VersionNum(name, major, minor, patch, internal, 0, "");
 }
 
-bool VersionNum::setVersionNumbersFrom(std::istream& stream) {
-    stream >> major;
-    if (!takePoint(stream)) return false;
-    stream >> minor;
-    if (!takePoint(stream)) return false;
-    stream >> patch;
-    if (!takePoint(stream)) return false;
-    stream >> internal;
+template <class Source> bool VersionNum::takeNumbers(Source& source) {
+    for (int* const number : {&major, &minor, &patch}) {
+        source >> *number;
+        if (!takePoint(source)) return false;
+    }
+    source >> internal;
     beta = 0;
-    if (stream.eof() || stream.peek() != '.') return true;
-    stream.get();
-    stream >> beta;
+    if (takePointAtOnce(source)) source >> beta;
     return true;
 }
 
-bool VersionNum::setVersionNumbersFrom(std::string& text) {
-    text >> major;
-    if (!takePoint(text)) return false;
-    text >> minor;
-    if (!takePoint(text)) return false;
-    text >> patch;
-    if (!takePoint(text)) return false;
-    text >> internal;
-    beta = 0;
-    if (text.empty() || text.front() != '.') return true;
-    text.erase(0, 1);
-    text >> beta;
-    return true;
-}
+bool VersionNum::setVersionNumbersFrom(std::istream& stream) { return takeNumbers(stream); }
+
+bool VersionNum::setVersionNumbersFrom(std::string& text) { return takeNumbers(text); }
 
 bool VersionNum::isVersionNumberNewer(VersionNum first, VersionNum second) {
     if (second.major != first.major) return second.major > first.major;

@@ -1,5 +1,6 @@
 // When two attributes are equal.
 #include <AttributeContainer/Attr.h>
+#include <AttributeContainer/CachedAttributeInfo.h>
 
 #include "support/Containers.h"
 #include "support/FreeAttribute.h"
@@ -154,6 +155,35 @@ TEST(AttrComparison, ComparesUuidsByValue) {
     const auto uuid = uuids::uuid::generate();
     EXPECT_TRUE(equal(uuid, uuid));
     EXPECT_FALSE(equal(uuid, uuids::uuid()));
+}
+
+TEST(AttrComparison, ComparesScanPointsByPositionAndColour) {
+    const ScanPt point{{1, 2, 3}, {10, 20, 30, 255}};
+    EXPECT_TRUE(equal(point, point));
+    EXPECT_FALSE(equal(point, ScanPt{{1, 2, 4}, {10, 20, 30, 255}}));
+    EXPECT_FALSE(equal(point, ScanPt{{1, 2, 3}, {10, 20, 30, 254}}));
+}
+
+TEST(AttrComparison, TakesNotANumberForAnythingInAScanPointToo) {
+    const ScanPt point{{1, 2, 3}, {10, 20, 30, 255}};
+    const ScanPt nowhere{{1, notANumberF, 3}, {10, 20, 30, 255}};
+    EXPECT_TRUE(equal(point, nowhere));
+    EXPECT_TRUE(equal(std::vector<ScanPt>{point}, std::vector<ScanPt>{nowhere}));
+    EXPECT_FALSE(equal(nowhere, ScanPt{{1, 2, 4}, {10, 20, 30, 255}}));
+}
+
+TEST(AttrComparison, ComparesTheCurrentValueWhileAnotherOneIsPending) {
+    const auto attribute = attributeOf(1);
+    attribute->addNotifyInfo(std::make_shared<CachedAttributeInfo>(attributeOf(2)));
+
+    Attribute::setIsCachedAttributePending(true);
+    const bool equalToPending = *attribute == *attributeOf(2);
+    const bool equalToOwn = *attributeOf(1) == *attribute;
+    Attribute::setIsCachedAttributePending(false);
+
+    EXPECT_TRUE(equalToPending);
+    EXPECT_FALSE(equalToOwn);
+    EXPECT_TRUE(*attribute == *attributeOf(1));
 }
 
 TEST(AttrComparison, FindsAnAttributeEqualToItself) {

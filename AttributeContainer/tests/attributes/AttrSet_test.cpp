@@ -3,6 +3,7 @@
 
 #include "support/Containers.h"
 #include "support/ObserverActors.h"
+#include "support/ResultPromises.h"
 
 #include <gtest/gtest.h>
 
@@ -11,26 +12,11 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Results = std::vector<Observable::NotificationResult>;
-
-struct AttrSet : testing::Test {
+struct AttrSet : testing::Test, ResultPromises {
     ~AttrSet() override { Attribute::setObservingBlocked(false); }
 
     std::shared_ptr<Attr<int>> attribute = std::make_shared<CustAttr<int>>(std::nullopt);
-    ResultPromise pre = std::make_unique<ResultPromise::element_type>();
-    ResultPromise post = std::make_unique<ResultPromise::element_type>();
-    std::future<Results> preAnswers = pre->get_future();
-    std::future<Results> postAnswers = post->get_future();
 };
-
-void expectBroken(std::future<Results>& answers) {
-    try {
-        answers.get();
-        ADD_FAILURE() << "the promise was kept";
-    } catch (const std::future_error& error) {
-        EXPECT_EQ(error.code(), std::future_errc::broken_promise);
-    }
-}
 
 }  // namespace
 
@@ -147,8 +133,7 @@ TEST_F(AttrSet, FulfilsBothPromises) {
 
     attribute->set(5, nullptr, pre, post);
 
-    EXPECT_EQ(pre, nullptr);
-    EXPECT_EQ(post, nullptr);
+    expectConsumed();
     const Results asked = preAnswers.get();
     const Results told = postAnswers.get();
     ASSERT_EQ(asked.size(), 1u);
@@ -170,8 +155,7 @@ TEST_F(AttrSet, BreaksThePostPromiseWhereTheChangeIsRefused) {
 
     attribute->set(5, nullptr, pre, post);
 
-    EXPECT_EQ(pre, nullptr);
-    EXPECT_EQ(post, nullptr);
+    expectConsumed();
     const Results asked = preAnswers.get();
     ASSERT_EQ(asked.size(), 1u);
     EXPECT_EQ(asked[0].observer.lock(), refuser);
@@ -189,6 +173,16 @@ TEST_F(AttrSet, TakesOnlyThePromiseThatIsThere) {
     EXPECT_EQ(preAnswers.get().size(), 1u);
     EXPECT_EQ(counter->asked, 2);
     EXPECT_EQ(counter->told, 2);
+}
+
+TEST_F(AttrSet, BreaksAPromiseThatIsAloneWhereTheChangeIsRefused) {
+    const auto refuser = watch<Refuser>(*attribute);
+    ResultPromise none;
+
+    attribute->set(5, nullptr, none, post);
+
+    EXPECT_EQ(post, nullptr);
+    expectBroken(postAnswers);
 }
 
 // Blocked -----------------------------------------------------------------------------------------
@@ -211,8 +205,7 @@ TEST_F(AttrSet, BreaksBothPromisesWhileObservingIsBlocked) {
     attribute->set(5, nullptr, pre, post);
 
     EXPECT_EQ(attribute->get(), 5);
-    EXPECT_EQ(pre, nullptr);
-    EXPECT_EQ(post, nullptr);
+    expectConsumed();
     expectBroken(preAnswers);
     expectBroken(postAnswers);
 }
@@ -236,6 +229,21 @@ TEST_F(AttrSet, ReadsTheBlockWhereTheChangeBegins) {
     EXPECT_EQ(attribute->get(), 5);
     EXPECT_EQ(actor->asked, 1);
     EXPECT_EQ(actor->told, 0);  // the notification itself is blocked by then
+}
+
+TEST_F(AttrSet, AsksAndTellsWhileOnlyACachedValueIsPending) {
+    const auto counter = watch(*attribute);
+    Attribute::setIsCachedAttributePending(true);
+
+    attribute->set(5, nullptr, pre, post);
+    const bool stillPending = Attribute::isCachedAttributePending();
+    Attribute::setIsCachedAttributePending(false);
+
+    EXPECT_TRUE(stillPending);  // there was no cached value here to consume
+    EXPECT_EQ(attribute->get(), 5);
+    EXPECT_EQ(counter->asked, 1);
+    EXPECT_EQ(preAnswers.get().size(), 1u);
+    EXPECT_EQ(postAnswers.get().size(), 1u);
 }
 
 // Observers that interfere ------------------------------------------------------------------------

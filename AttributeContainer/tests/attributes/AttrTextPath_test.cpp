@@ -5,6 +5,7 @@
 
 #include "support/FreeAttribute.h"
 #include "support/ObserverActors.h"
+#include "support/ResultPromises.h"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +16,6 @@ using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 namespace {
-
-using Results = std::vector<Observable::NotificationResult>;
 
 template <class T>
 std::string textOf(const T& value) {
@@ -191,19 +190,55 @@ TEST(AttrAssignFrom, FulfilsBothPromises) {
     const auto attribute = attributeOf(1);
     const auto counter = watch(*attribute);
     const auto initiator = std::make_shared<Counter>();
-    ResultPromise pre = std::make_unique<ResultPromise::element_type>();
-    ResultPromise post = std::make_unique<ResultPromise::element_type>();
-    auto preAnswers = pre->get_future();
-    auto postAnswers = post->get_future();
+    ResultPromises promises;
 
-    attribute->assignFrom("2", initiator, pre, post);
+    attribute->assignFrom("2", initiator, promises.pre, promises.post);
 
-    EXPECT_EQ(pre, nullptr);
-    EXPECT_EQ(post, nullptr);
-    const Results asked = preAnswers.get();
+    promises.expectConsumed();
+    const Results asked = promises.preAnswers.get();
     ASSERT_EQ(asked.size(), 1u);
     EXPECT_EQ(asked[0].observer.lock(), counter);
-    EXPECT_EQ(postAnswers.get().size(), 1u);
+    EXPECT_EQ(promises.postAnswers.get().size(), 1u);
+}
+
+TEST(AttrAssignFrom, FulfilsBothPromisesAlsoWhereAnObserverRefuses) {
+    const auto attribute = attributeOf(1);
+    const auto refuser = watch<Refuser>(*attribute);
+    ResultPromises promises;
+
+    attribute->assignFrom("2", nullptr, promises.pre, promises.post);
+
+    const Results asked = promises.preAnswers.get();
+    ASSERT_EQ(asked.size(), 1u);
+    EXPECT_EQ(asked[0].result, Action::ExecRefused);
+    EXPECT_EQ(promises.postAnswers.get().size(), 1u);
+}
+
+TEST(AttrAssignFrom, FulfilsThePostPromiseWithNothingWhileObservingIsBlocked) {
+    const auto attribute = attributeOf(1);
+    const auto counter = watch(*attribute);
+    ResultPromises promises;
+    const BlockObserver block;
+
+    attribute->assignFrom("2", nullptr, promises.pre, promises.post);
+
+    EXPECT_EQ(promises.preAnswers.get().size(), 1u);
+    EXPECT_TRUE(promises.postAnswers.get().empty());
+}
+
+TEST(AttrAssignFrom, TakesACachedValueThatComesWhileObserversAreAsked) {
+    const auto attribute = attributeOf(1);
+    const auto actor = watch<Actor>(*attribute);
+    actor->before = [](Observable& observable, auto&) {
+        observable.addNotifyInfo(std::make_shared<CachedAttributeInfo>(attributeOf(7)));
+        Attribute::setIsCachedAttributePending(true);
+    };
+
+    attribute->assignFrom("2");
+
+    // The text is stored first, and the notification then flushes what is pending by now.
+    EXPECT_FALSE(Attribute::isCachedAttributePending());
+    EXPECT_EQ(attribute->get(), 7);
 }
 
 TEST(AttrAssignFrom, PassesItsInitiator) {
@@ -221,10 +256,14 @@ TEST(AttrAssignFrom, RunsTheWholeProtocolForAString) {
     const auto text = attributeOf<std::string>("old");
     const auto refuser = watch<Refuser>(*text);
 
-    text->assignFrom("new");
+    ResultPromises promises;
+    text->assignFrom("new", nullptr, promises.pre, promises.post);
     EXPECT_EQ(text->get(), "old");
     EXPECT_EQ(refuser->asked, 1);
     EXPECT_EQ(refuser->told, 0);
+    promises.expectConsumed();
+    EXPECT_EQ(promises.preAnswers.get().size(), 1u);
+    expectBroken(promises.postAnswers);
 
     const BlockObserver block;
     text->assignFrom("new");

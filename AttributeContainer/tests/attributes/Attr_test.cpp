@@ -27,6 +27,12 @@ TEST(AttrVal, HoldsOneValueThatIsZeroAtFirst) {
     EXPECT_EQ(AttrVal<double>::nullName, "");
 }
 
+TEST(AttrVal, HasAnEmptyNullNameOfItsOwnForEachType) {
+    EXPECT_EQ(AttrVal<std::string>::nullName, "");
+    EXPECT_EQ(AttrVal<StringMap>::nullName, "");
+    EXPECT_NE(&AttrVal<int>::nullName, &AttrVal<double>::nullName);
+}
+
 TEST(AttrVal, CanBeHeldByItsBase) {
     EXPECT_TRUE(std::has_virtual_destructor_v<AttrVal<int>>);
 }
@@ -34,6 +40,15 @@ TEST(AttrVal, CanBeHeldByItsBase) {
 TEST(Attr, HasTheSameLayoutForAllTypes) {
     EXPECT_EQ(sizeof(CustAttr<int>), sizeof(CustAttr<Mat4d<double>>));
     EXPECT_EQ(sizeof(HardCodedAttr<bool>), sizeof(HardCodedAttr<std::vector<double>>));
+}
+
+TEST(Attr, HasItsValueBehindOnePointer) {
+    EXPECT_EQ(sizeof(Attr<int>), sizeof(Attribute) + sizeof(void*));
+}
+
+TEST(HardCodedAttribute, IsPolymorphicAndACustomOneIsPlain) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<HardCodedAttribute>);
+    EXPECT_FALSE(std::is_polymorphic_v<CustomAttribute>);
 }
 
 // Copies ------------------------------------------------------------------------------------------
@@ -70,6 +85,15 @@ TEST(Attr, LosesItsValueInAnEmptyDuplicate) {
 
     EXPECT_EQ(dynamic_cast<Attr<double>&>(*copy).get(), 0.0);
     EXPECT_EQ(dynamic_cast<Attr<int>&>(*placed).get(), 0);
+}
+
+TEST(Attr, TakesItsValueAlongInEveryDuplicateButTheEmptyOne) {
+    const auto source = std::make_shared<CustAttr<int>>(std::nullopt);
+    source->set(5);
+
+    for (const auto type : {CreateDeep, CreateShareFields, CreateShareFieldsAlso})
+        EXPECT_TRUE(*source->duplicate(type, std::nullopt) == *source) << type;
+    EXPECT_FALSE(*source->duplicate(CreateType{3}, std::nullopt) == *source);
 }
 
 TEST(Attr, TakesTheLocationOfItsSourceIntoACopy) {

@@ -6,6 +6,7 @@
 #include "support/BareAttribute.h"
 #include "support/Containers.h"
 #include "support/ObserverActors.h"
+#include "support/ResultPromises.h"
 
 #include <gtest/gtest.h>
 
@@ -13,12 +14,6 @@
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
-
-namespace {
-
-using Results = std::vector<Observable::NotificationResult>;
-
-}  // namespace
 
 TEST(Attribute, HasItsClassName) {
     EXPECT_EQ(Attribute::getStaticClassName(), "Attribute");
@@ -110,17 +105,13 @@ TEST(Attribute, ReadsNoValue) {
 TEST(Attribute, AnswersAnAssignmentWithEmptyResults) {
     const auto attribute = std::make_shared<BareAttribute>();
     const auto counter = watch(*attribute);
-    ResultPromise pre = std::make_unique<ResultPromise::element_type>();
-    ResultPromise post = std::make_unique<ResultPromise::element_type>();
-    auto preAnswers = pre->get_future();
-    auto postAnswers = post->get_future();
+    ResultPromises promises;
 
-    attribute->assignFrom("5", nullptr, pre, post);
+    attribute->assignFrom("5", nullptr, promises.pre, promises.post);
 
-    EXPECT_EQ(pre, nullptr);
-    EXPECT_EQ(post, nullptr);
-    EXPECT_TRUE(preAnswers.get().empty());
-    EXPECT_TRUE(postAnswers.get().empty());
+    promises.expectConsumed();
+    EXPECT_TRUE(promises.preAnswers.get().empty());
+    EXPECT_TRUE(promises.postAnswers.get().empty());
     EXPECT_EQ(counter->asked + counter->told, 0);
 }
 

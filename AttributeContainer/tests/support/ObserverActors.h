@@ -1,6 +1,7 @@
 // Small observers for tests, each with one habit.
 #pragma once
 
+#include <AttributeContainer/ActionToken.h>
 #include <AttributeContainer/Attribute.h>
 #include <AttributeContainer/Observer.h>
 
@@ -16,8 +17,8 @@
 namespace QOR::AttributeContainer::Testing {
 
 /// The tokens of the two actions that ask and tell.
-inline constexpr std::uint64_t tellAction = 0;
-inline constexpr std::uint64_t askAction = 1;
+inline constexpr std::uint64_t tellAction = ActionToken::Notify;
+inline constexpr std::uint64_t askAction = ActionToken::PreNotify;
 
 /// Counts how often it is asked and told.
 class Counter : public Observer {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -32,6 +33,10 @@ enum class QOR_API ErrorCode : std::uint32_t {
 
 /// True for the codes that do not end a read.
 QOR_API bool isWarning(const ErrorCode& code);
+
+/// The name of the code as it stands above, as in "ParseFailed", for logs and messages. Empty for a
+/// number that is none of them. The text lasts as long as the library is loaded.
+QOR_API std::string_view getErrorCodeName(ErrorCode code);
 
 /// The result of what can fail: the error, or an empty pointer for success.
 using ErrorPtr = std::unique_ptr<ErrorHandling::ErrorWithCode<ErrorCode>>;

@@ -32,12 +32,18 @@ template <class Character> constexpr Character getStringEnd() {
     return static_cast<Character>('"');
 }
 
+/// What a stream does where its buffer throws, for operations that read or write the buffer
+/// themselves: the stream gets its bad bit, and the exception goes on only if `exceptions()` of the
+/// stream asks for that bit. To be called in the handler that caught the exception.
+QOR_API void takeAsBad(std::ios& stream);
+
 /// Skips white space. At the end of the input the stream gets its end bit, but not its fail bit; a
-/// stream that is not good is left alone.
+/// stream that is not good is left alone, and one whose buffer throws becomes bad.
 QOR_API std::istream& eatWS(std::istream& stream);
 
 /// Reads one word that ends at white space. The optional is empty, and the fail bit set, if the
-/// stream has none.
+/// stream has none. It is empty too where the buffer throws, which makes the stream bad: part of a
+/// word is none.
 QOR_API std::istream& operator>>(std::istream& stream, std::optional<std::string>& word);
 
 /// Writes a wide text as UTF-8, with '?' for what is no valid wide text. Null writes nothing.

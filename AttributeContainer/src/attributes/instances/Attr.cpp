@@ -4,7 +4,7 @@
 namespace QOR::AttributeContainer {
 
 #define QOR_INSTANCE_ROW(KIND, TYPE, TOKEN, WORD) \
-    QOR_CLASS_ROW_##KIND(template class Attr<TYPE>;)
+    QOR_CLASS_ROW_##KIND(template class AttrVal<TYPE>; template class Attr<TYPE>;)
 QOR_VALUE_TYPES(QOR_INSTANCE_ROW)
 #undef QOR_INSTANCE_ROW
 
