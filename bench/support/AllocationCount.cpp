@@ -12,9 +12,13 @@ std::uint64_t bench::allocationCount() {
     return numAllocations.load(std::memory_order_relaxed);
 }
 
-void* operator new(std::size_t size) {
+// Both forms, since what either gives is freed by the same operators below.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     numAllocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* const memory = std::malloc(size)) return memory;
+    return std::malloc(size);
+}
+void* operator new(std::size_t size) {
+    if (void* const memory = operator new(size, std::nothrow)) return memory;
     throw std::bad_alloc();
 }
 // Where these are inlined, compilers take the free for one that does not fit its allocation.

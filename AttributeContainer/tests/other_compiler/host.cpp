@@ -39,7 +39,7 @@ int main() {
     expectEqual(openedBeforeMain, "Name { ", "before main");
     expectEqual(ModelFormat::START_OF_BLOCK_STR, "{", "START_OF_BLOCK_STR");
     expectEqual(ModelFormat::END_OF_BLOCK_STR, "}", "END_OF_BLOCK_STR");
-    expectEqual(ModelFormat::XML_HEADER, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>", "XML_HEADER");
+    expectEqual(ModelFormat::XML_V2_COMMENT, "<!-- XML v. 2 -->", "XML_V2_COMMENT");
     expectEqual(ModelFormat::XML_FOOTER, "</ZELK>", "XML_FOOTER");
     expectEqual(AttrVal<int>::nullName, "", "nullName");
     expectEqual(version.getFormatVersion()->getReleaseNumbers(), "9.1.0.0", "version");
