@@ -41,7 +41,9 @@ int main() {
     expectEqual(ModelFormat::END_OF_BLOCK_STR, "}", "END_OF_BLOCK_STR");
     expectEqual(ModelFormat::XML_V2_COMMENT, "<!-- XML v. 2 -->", "XML_V2_COMMENT");
     expectEqual(ModelFormat::XML_FOOTER, "</ZELK>", "XML_FOOTER");
-    expectEqual(AttrVal<int>::nullName, "", "nullName");
+    ValueTypes::forEach([]<class Row>() {
+        expectEqual(AttrVal<typename Row::Value>::nullName, "", "nullName");
+    });
     expectEqual(version.getFormatVersion()->getReleaseNumbers(), "9.1.0.0", "version");
     expectEqual(getErrorCodeName(ErrorCode::ParseFailed), "ParseFailed", "ErrorCode");
 
