@@ -1,29 +1,18 @@
 // White space and words read from streams, and what happens where the source breaks.
 #include <QOR/Text.h>
 
+#include "BreakingBuffer.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <stdexcept>
-#include <streambuf>
-#include <utility>
+#include <string>
 
 namespace {
 
 using namespace QOR;
-
-// A source that gives its text and then throws.
-class BreakingBuffer : public std::streambuf {
-public:
-    explicit BreakingBuffer(std::string newText) : text(std::move(newText)) {
-        setg(text.data(), text.data(), text.data() + text.size());
-    }
-
-private:
-    int_type underflow() override { throw std::runtime_error("disk gone"); }
-
-    std::string text;
-};
+using Testing::BreakingBuffer;
 
 // What goes on out of `read` where the stream asks for exceptions of its bad bit.
 template <class Read> std::string exceptionOf(std::istream& stream, Read read) {
