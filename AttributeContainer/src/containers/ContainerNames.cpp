@@ -98,7 +98,7 @@ std::string AttrContainer::toTarvoName(const std::string& name) const {
 Action::ExecReturn AttrContainer::toChangeNotify(Observable& observable, Initiator& initiator) {
     auto* const attribute = dynamic_cast<Attribute*>(&observable);
     if (!attribute) return Observer::toChangeNotify(observable, initiator);
-    if (getAttrToken(*attribute) != 0) return Action::ExecDone;
+    if (attribute->getToken() != 0) return Action::ExecDone;
     auto* const nameAttribute = dynamic_cast<Attr<std::string>*>(attribute);
     if (!nameAttribute) return Action::ExecDone;
     const auto info = attribute->lookupNotifyInfo(typeid(NewValueInfo<std::string>));

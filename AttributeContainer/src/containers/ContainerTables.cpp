@@ -26,6 +26,15 @@ std::vector<KeyTableEntry> makeStreamRows() {
     rows.insert(rows.end(), std::begin(streamWords), std::end(streamWords));
     return rows;
 }
+
+// Rows without a name are not to be found by one.
+template <class Definition>
+KeyTable keyTableOf(const std::vector<Definition>& rows) {
+    KeyTable table;
+    for (const Definition& row : rows)
+        if (!row.name.empty()) table.addEntry(row.token, row.name);
+    return table;
+}
 }  // namespace
 
 const std::vector<KeyTableEntry> AttrContainer::readWriteKeyTable = makeStreamRows();
@@ -64,18 +73,12 @@ bool AttrContainer::createFields(const std::vector<FieldDefinition>& rows, Creat
 
 KeyTable AttrContainer::createKeyTableFromAttrDefinitions(
     const std::vector<AttrDefinition>& rows) {
-    KeyTable table;
-    for (const AttrDefinition& row : rows)
-        if (!row.name.empty()) table.addEntry(row.token, row.name);
-    return table;
+    return keyTableOf(rows);
 }
 
 KeyTable AttrContainer::createKeyTableFromFieldDefinitions(
     const std::vector<FieldDefinition>& rows) {
-    KeyTable table;
-    for (const FieldDefinition& row : rows)
-        if (!row.name.empty()) table.addEntry(row.token, row.name);
-    return table;
+    return keyTableOf(rows);
 }
 
 AttrDefMap AttrContainer::createAttrDefMapFromAttrDefinitions(

@@ -25,7 +25,8 @@ FieldFactory::FactoryRegistration::FactoryRegistration(std::string name,
     : name(std::move(name)), factory(std::move(factory)) {}
 
 FieldFactory::FactoryRegistration::~FactoryRegistration() {
-    removeField(name);
+    // From the factory that it has kept: at process end, that of `the()` can have gone ahead of it.
+    std::const_pointer_cast<FieldFactory>(factory)->creators.erase(name);
 }
 
 bool FieldFactory::add(const std::string& name, Creator create) {

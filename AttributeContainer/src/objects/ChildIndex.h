@@ -14,7 +14,7 @@
 namespace QOR::AttributeContainer {
 
 /// An index over the children of one list. Whoever changes the list or a child's name tells it.
-class ChildIndex {
+class QOR_API ChildIndex {
 public:
     using Place = ChildList::Children::const_iterator;
 

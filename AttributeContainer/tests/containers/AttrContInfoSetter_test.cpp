@@ -56,6 +56,16 @@ TEST_F(AttrContInfo, IsHeldWeakly) {
     EXPECT_TRUE(container->lookupAttrContInfo().expired());
 }
 
+// The entries go by address alone.
+TEST_F(AttrContInfo, IsInheritedByTheNextContainerInThePlaceOfOneThatLeftIt) {
+    std::optional<Loose> place;
+    place.emplace().addAttrContInfo(info);
+    place.emplace();
+    EXPECT_EQ(place->lookupAttrContInfo().lock(), info);
+    place->rmAttrContInfo();
+    EXPECT_TRUE(place->lookupAttrContInfo().expired());
+}
+
 TEST_F(AttrContInfoSetterTest, HangsASideContainerOnForItsScope) {
     {
         const AttrContInfoSetter setter(container, info);

@@ -34,6 +34,19 @@ TEST(AttrContainer, IsNamedAfterItsClassAtFirst) {
     EXPECT_EQ(container->Attr_Name().get(), "AttrContainer");
 }
 
+TEST(AttrContainer, HasNoNameWhereItsFirstAttributeIsNoText) {
+    /// Makes a number of the attribute that should be its name.
+    class Numbered : public AttrContainer {
+    public:
+        Numbered() : AttrContainer(ConstructorProtector{}, CreateDeep, std::nullopt) {
+            createAttributes({{0, "Name", AttrType{0}, 4}}, CreateDeep, std::nullopt);
+        }
+    };
+    const Numbered numbered;
+    EXPECT_EQ(numbered.getNumAttributes(), 1u);
+    EXPECT_EQ(numbered.getName(), "");
+}
+
 TEST(AttrContainer, HasOneAttributeAndNoFields) {
     const auto container = AttrContainer::create();
 

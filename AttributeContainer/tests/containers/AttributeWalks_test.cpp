@@ -4,25 +4,20 @@
 #include <AttributeContainer/AttrCountMarkedVisitor.h>
 
 #include "support/Containers.h"
+#include "support/Visitors.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Result = VisitorCore::VisitResult;
-using Log = std::vector<std::string>;
-constexpr unsigned unlimited = std::numeric_limits<unsigned>::max();
-
 /// Notes what it meets, by the name of the container or the path of the attribute, and answers as
 /// it is told for some notes.
 class AttributeLog : public AttributeVisitor {
 public:
-    explicit AttributeLog(unsigned firstLevel = 0, unsigned maxLevel = unlimited)
+    explicit AttributeLog(unsigned firstLevel = 0, unsigned maxLevel = anyLevel)
         : AttributeVisitor(firstLevel, maxLevel) {}
 
     Result visit(AttrContainer& container) override { return note("(" + container.getName()); }
@@ -46,8 +41,6 @@ private:
 struct AttributeWalks : testing::Test {
     AttributeWalks() {
         root->name("r");
-        f->name("f");
-        g->name("g");
         addCustom(*root, "C1", 1);
         addCustom(*root, "C2", 2);
         addCustom(*f, "C", 1);
@@ -61,8 +54,8 @@ struct AttributeWalks : testing::Test {
     }
 
     std::shared_ptr<AttrContainer> root = AttrContainer::create();
-    std::shared_ptr<AttrContainer> f = addNamedField(*root, "f");
-    std::shared_ptr<AttrContainer> g = addNamedField(*root, "g");
+    std::shared_ptr<AttrContainer> f = addField(*root, "f");
+    std::shared_ptr<AttrContainer> g = addField(*root, "g");
 };
 
 const Log inF{"(f", "f.Name", "f.C", "f)"};
@@ -201,7 +194,7 @@ TEST_F(AttributeWalks, SurviveAVisitorThatRemovesAttributes) {
 // Counting marks ----------------------------------------------------------------------------------
 
 TEST_F(AttributeWalks, CountMarkedAttributes) {
-    AttrCountMarkedVisitor none(unlimited);
+    AttrCountMarkedVisitor none(anyLevel);
     root->attributeVisitor(none, true);
     EXPECT_EQ(none.getNumMarkedAttributes(), 0u);
 
@@ -209,7 +202,7 @@ TEST_F(AttributeWalks, CountMarkedAttributes) {
     root->getAttribute("C2").lock()->setMarked(true);
     g->getAttribute("C").lock()->setMarked(true);
 
-    AttrCountMarkedVisitor all(unlimited);
+    AttrCountMarkedVisitor all(anyLevel);
     root->attributeVisitor(all, true);
     EXPECT_EQ(all.getNumMarkedAttributes(), 3u);
     AttrCountMarkedVisitor top(0);

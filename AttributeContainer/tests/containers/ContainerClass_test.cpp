@@ -1,6 +1,8 @@
 // The block of members that every container class has around its tables.
 #include <AttributeContainer/ContainerClass.h>
 
+#include <AttributeContainer/Container.h>
+
 #include "support/Containers.h"
 #include "support/ObserverActors.h"
 
@@ -22,12 +24,12 @@ class Elaborate : public ContainerClass<Elaborate, AttrContainer, "Elaborate"> {
 public:
     using Block::Block;
 
-    bool wasInitialised = false;
+    std::optional<CreateType> typeAtInit;
 
 protected:
     void init(CreateType type, Source source) {
         Block::init(type, source);
-        wasInitialised = true;
+        typeAtInit = type;
     }
 };
 
@@ -98,8 +100,12 @@ TEST(ContainerClass, NamesAnObjectAfterItsClassAlsoWhereThatIsNoValidName) {
     EXPECT_EQ(odd->getName(), "host::OddName");
 }
 
-TEST(ContainerClass, RunsTheInitOfTheClassLast) {
-    EXPECT_TRUE(Elaborate::create()->wasInitialised);
+TEST(ContainerClass, RunsTheInitOfTheClassWithTheTypeThatItIsGiven) {
+    const CreateType ofTheHost{77};
+    EXPECT_EQ(Elaborate::create()->typeAtInit, CreateDeep);
+    EXPECT_EQ(Elaborate::create(ofTheHost)->typeAtInit, ofTheHost);
+    const auto copy = Elaborate::create()->duplicate(ofTheHost);
+    EXPECT_EQ(std::dynamic_pointer_cast<Elaborate>(copy)->typeAtInit, ofTheHost);
 }
 
 TEST(ContainerClass, TakesTheValuesOfASourceInsteadOfTheDefaults) {
@@ -143,6 +149,10 @@ TEST(ContainerClass, GivesItsFirstCustomAttributeTheTokenBehindItsLast) {
     EXPECT_EQ(mark->getAttrName(6), "First");
     EXPECT_EQ(mark->getAttrToken("Second"), 7u);
     EXPECT_EQ(mark->getAttrDefinition(6), nullptr);
+
+    const auto container = Container::create();
+    EXPECT_EQ(container->getMaxAttrToken(), 8u);
+    EXPECT_EQ(addCustom(*container, "First", 1)->getToken(), 9u);
 }
 
 TEST(ContainerClass, AnswersForTheRowsOfAllItsLevels) {
@@ -203,16 +213,7 @@ TEST(ContainerClassAccessors, RunTheChangeProtocolWithoutAnInitiator) {
 }
 
 TEST(ContainerClassAccessors, ThrowWhereTheAttributesAreNotThereYet) {
-    /// Reaches for its attribute before its base has made any.
-    class Hasty : public AttrContainer {
-    public:
-        explicit Hasty(const ConstructorProtector& key)
-            : AttrContainer(key, CreateDeep, std::nullopt) {}
-        static std::shared_ptr<Hasty> make() {
-            return std::make_shared<Hasty>(ConstructorProtector{});
-        }
-    };
-    const auto hasty = Hasty::make();
+    const auto hasty = Hasty<AttrContainer>::make();
 
     for (const auto& reach : std::initializer_list<std::function<void()>>{
              [&] { static_cast<void>(hasty->name()); }, [&] { hasty->name("a"); },

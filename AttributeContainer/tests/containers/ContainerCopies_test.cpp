@@ -139,6 +139,19 @@ TEST(ContainerCopy, IsDecidedByTheSourceAndNotByTheType) {
     EXPECT_EQ(copy->Height(), 3.5);
 }
 
+TEST(ContainerCopy, DuplicatesFieldsForAnyTypeThatSharesNone) {
+    const auto container = AttrContainer::create();
+    const auto field = addNamedField<Mark>(*container, "inner");
+    field->Height(4);
+
+    const auto copy = container->duplicate(CreateType{77});
+
+    const auto inner = std::dynamic_pointer_cast<Mark>(copy->getField("inner").lock());
+    ASSERT_NE(inner, nullptr);
+    EXPECT_NE(inner, field);
+    EXPECT_EQ(inner->Height(), 4);
+}
+
 TEST(ContainerCopy, IsMadeByDuplicateAllAsWell) {
     const auto mark = Mark::create();
     mark->Height(3.5);

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
@@ -38,6 +40,22 @@ public:
         return std::nullopt;
     }
     std::string getName() const override { return "plain"; }
+};
+
+/// Sets the locale of the program for its scope.
+class ActiveLocale {
+public:
+    explicit ActiveLocale(const char* name)
+        : former(std::setlocale(LC_ALL, nullptr)), found(std::setlocale(LC_ALL, name) != nullptr) {}
+    ActiveLocale(const ActiveLocale&) = delete;
+    ActiveLocale& operator=(const ActiveLocale&) = delete;
+    ~ActiveLocale() { std::setlocale(LC_ALL, former.c_str()); }
+
+    bool isThere() const { return found; }
+
+private:
+    std::string former;
+    bool found;
 };
 
 /// Keeps the veto that a name meets, which is gone once the change ends.
@@ -80,6 +98,23 @@ TEST(MakeNameValid, LeavesAnEmptyText) {
     std::string name;
     EXPECT_FALSE(AttrContainer::makeNameValid(name));
     EXPECT_EQ(name, "");
+}
+
+// The one asks for narrow characters and the other for wide ones. In UTF-8 no byte above ASCII is a
+// narrow character of its own, while the wide character of that number is a letter.
+TEST(MakeNameValid, LeavesSomeNamesInvalidWhereTheLocaleHasMoreLetters) {
+    std::string name = "\xE4 b";
+    {
+        const ActiveLocale locale("C.UTF-8");
+        if (!locale.isThere()) GTEST_SKIP() << "no locale C.UTF-8";
+
+        EXPECT_TRUE(AttrContainer::makeNameValid(name));
+
+        EXPECT_EQ(name, "\xE4_b");
+        EXPECT_FALSE(AttrContainer::isNameValid(name));
+    }
+    EXPECT_TRUE(AttrContainer::makeNameValid(name));
+    EXPECT_EQ(name, "__b");  // the plain locale has no such letter
 }
 
 TEST(CheckName, TellsWhichNameIsInvalid) {
@@ -154,13 +189,6 @@ TEST(SetName, IsWhatSetsTheDisplayName) {
 }
 
 TEST(SetName, FailsOnAnObjectThatNobodyOwns) {
-    /// Lives on the stack.
-    class Loose : public AttrContainer {
-    public:
-        Loose() : AttrContainer(ConstructorProtector{}, CreateDeep, std::nullopt) {
-            createAttributes({{0, "Name", AttrType{10}, 4}}, CreateDeep, std::nullopt);
-        }
-    };
     Loose loose;
     EXPECT_THROW(static_cast<void>(loose.setName("north")), std::bad_weak_ptr);
     EXPECT_NE(loose.setName("a b"), nullptr);
@@ -225,6 +253,21 @@ TEST(NameGuard, DoesNotCheckAChangeOfCaseAlone) {
     strict->name("other");
     EXPECT_EQ(strict->getName(), "STRICT");
     EXPECT_EQ(strict->numChecks, 1);
+}
+
+// It goes by the attribute's token in its own container.
+TEST(NameGuard, ReachesANameOfAnotherContainerThatItIsAskedFor) {
+    const auto strict = Strict::create();
+    const auto other = Mark::create();
+    strict->isStrict = true;
+    other->Attr_Name().addPreObserver(*strict, 5, askAction, true);
+    other->Attr_Label().addPreObserver(*strict, 5, askAction, true);
+
+    other->name("north");
+    other->Label("north");
+
+    EXPECT_EQ(other->getName(), "Mark");
+    EXPECT_EQ(other->Label(), "north");
 }
 
 TEST(NameGuard, IsBlockedWithAllObserving) {

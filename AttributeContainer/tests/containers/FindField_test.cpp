@@ -3,27 +3,17 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/Containers.h"
+#include "support/Visitors.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-constexpr unsigned unlimited = std::numeric_limits<unsigned>::max();
-
 auto isNamed(const std::string& name) {
     return [name](const AttrContainer& container) { return container.getName() == name; };
-}
-
-std::shared_ptr<AttrContainer> named(AttrContainer& parent, const std::string& name) {
-    const auto field = AttrContainer::create();
-    field->name(name);
-    parent.addField(field, name, AddFlags::MakeNameUnique);
-    return field;
 }
 
 // "r" with the fields "a" (with an "x") and "b" (with an "x").
@@ -31,29 +21,29 @@ struct FindFieldTest : testing::Test {
     FindFieldTest() { root->name("r"); }
 
     std::shared_ptr<AttrContainer> root = AttrContainer::create();
-    std::shared_ptr<AttrContainer> a = named(*root, "a");
-    std::shared_ptr<AttrContainer> b = named(*root, "b");
-    std::shared_ptr<AttrContainer> ax = named(*a, "x");
-    std::shared_ptr<AttrContainer> bx = named(*b, "x");
+    std::shared_ptr<AttrContainer> a = addField(*root, "a");
+    std::shared_ptr<AttrContainer> b = addField(*root, "b");
+    std::shared_ptr<AttrContainer> ax = addField(*a, "x");
+    std::shared_ptr<AttrContainer> bx = addField(*b, "x");
 };
 using CollectFieldsTest = FindFieldTest;
 
 }  // namespace
 
 TEST_F(FindFieldTest, FindsTheFirstMatch) {
-    FindField finder(isNamed("x"), 0, unlimited);
+    FindField finder(isNamed("x"), 0, anyLevel);
     EXPECT_EQ(root->fieldVisitor(finder, 1), VisitorCore::Prune | VisitorCore::Stop);
     EXPECT_EQ(finder.getMatch(), ax);
 }
 
 TEST_F(FindFieldTest, FindsTheStartItself) {
-    FindField finder(isNamed("r"), 0, unlimited);
+    FindField finder(isNamed("r"), 0, anyLevel);
     root->fieldVisitor(finder, 1);
     EXPECT_EQ(finder.getMatch(), root);
 }
 
 TEST_F(FindFieldTest, FindsNothingWhereNothingMatches) {
-    FindField finder(isNamed("y"), 0, unlimited);
+    FindField finder(isNamed("y"), 0, anyLevel);
     EXPECT_EQ(root->fieldVisitor(finder, 1), VisitorCore::Continue);
     EXPECT_EQ(finder.getMatch(), nullptr);
 }
@@ -62,13 +52,13 @@ TEST_F(FindFieldTest, KeepsToItsLevels) {
     FindField shallow(isNamed("x"), 0, 1);
     root->fieldVisitor(shallow, 1);
     EXPECT_EQ(shallow.getMatch(), nullptr);
-    FindField deep(isNamed("r"), 1, unlimited);
+    FindField deep(isNamed("r"), 1, anyLevel);
     root->fieldVisitor(deep, 1);
     EXPECT_EQ(deep.getMatch(), nullptr);
 }
 
 TEST_F(FindFieldTest, EndsAtTheContainerThatItShallStopAt) {
-    FindField finder(isNamed("b"), 0, unlimited);
+    FindField finder(isNamed("b"), 0, anyLevel);
     EXPECT_EQ(finder.getStopAt(), nullptr);
     finder.setStopAt(a);
     EXPECT_EQ(finder.getStopAt(), a);
@@ -79,14 +69,14 @@ TEST_F(FindFieldTest, EndsAtTheContainerThatItShallStopAt) {
 }
 
 TEST_F(FindFieldTest, FindsTheContainerThatItShallStopAt) {
-    FindField finder(isNamed("a"), 0, unlimited);
+    FindField finder(isNamed("a"), 0, anyLevel);
     finder.setStopAt(a);
     root->fieldVisitor(finder, 1);
     EXPECT_EQ(finder.getMatch(), a);
 }
 
 TEST_F(FindFieldTest, StopsOnceItHasAMatch) {
-    FindField finder(isNamed("a"), 0, unlimited);
+    FindField finder(isNamed("a"), 0, anyLevel);
     EXPECT_EQ(finder.visit(*a), VisitorCore::Prune);
     EXPECT_EQ(finder.visit(*a), VisitorCore::Stop);
     EXPECT_EQ(finder.visit(*b), VisitorCore::Stop);
@@ -94,25 +84,20 @@ TEST_F(FindFieldTest, StopsOnceItHasAMatch) {
 }
 
 TEST_F(FindFieldTest, ThrowsWithoutAPredicate) {
-    FindField finder({}, 0, unlimited);
+    FindField finder({}, 0, anyLevel);
     EXPECT_THROW(root->fieldVisitor(finder, 1), std::bad_function_call);
 }
 
 TEST_F(FindFieldTest, ThrowsForAMatchThatNobodyOwns) {
-    /// Lives on the stack.
-    class Loose : public AttrContainer {
-    public:
-        Loose() : AttrContainer(ConstructorProtector{}, CreateDeep, std::nullopt) {}
-    };
     Loose loose;
-    FindField finder([](const AttrContainer&) { return true; }, 0, unlimited);
+    FindField finder([](const AttrContainer&) { return true; }, 0, anyLevel);
     EXPECT_THROW(loose.fieldVisitor(finder, 1), std::bad_weak_ptr);
 }
 
 // Collecting --------------------------------------------------------------------------------------
 
 TEST_F(CollectFieldsTest, CollectsAllMatchesInTheOrderOfTheWalk) {
-    CollectFields collector(isNamed("x"), 0, unlimited);
+    CollectFields collector(isNamed("x"), 0, anyLevel);
 
     EXPECT_EQ(root->fieldVisitor(collector, 1), VisitorCore::Continue);
 
@@ -126,7 +111,7 @@ TEST_F(CollectFieldsTest, CollectsAllMatchesInTheOrderOfTheWalk) {
 }
 
 TEST_F(CollectFieldsTest, GoesOnBelowAMatch) {
-    CollectFields collector([](const AttrContainer&) { return true; }, 0, unlimited);
+    CollectFields collector([](const AttrContainer&) { return true; }, 0, anyLevel);
     root->fieldVisitor(collector, 1);
     EXPECT_EQ(collector.getNumElements(), 5u);
     EXPECT_EQ(collector.get(0), root);
@@ -134,7 +119,7 @@ TEST_F(CollectFieldsTest, GoesOnBelowAMatch) {
 }
 
 TEST_F(CollectFieldsTest, HoldsAFieldOncePerVisit) {
-    CollectFields collector(isNamed("a"), 0, unlimited);
+    CollectFields collector(isNamed("a"), 0, anyLevel);
     root->fieldVisitor(collector, 1);
     root->fieldVisitor(collector, 1);
     EXPECT_EQ(collector.getNumElements(), 2u);
@@ -145,7 +130,7 @@ TEST_F(CollectFieldsTest, HoldsAFieldOncePerVisit) {
 }
 
 TEST_F(CollectFieldsTest, EndsAtTheContainerThatItShallStopAt) {
-    CollectFields collector(isNamed("x"), 0, unlimited);
+    CollectFields collector(isNamed("x"), 0, anyLevel);
     collector.setStopAt(b);
 
     EXPECT_EQ(root->fieldVisitor(collector, 1), VisitorCore::Stop);
@@ -155,7 +140,7 @@ TEST_F(CollectFieldsTest, EndsAtTheContainerThatItShallStopAt) {
 }
 
 TEST_F(CollectFieldsTest, CollectsTheContainerThatItShallStopAtAndGoesOn) {
-    CollectFields collector(isNamed("x"), 0, unlimited);
+    CollectFields collector(isNamed("x"), 0, anyLevel);
     collector.setStopAt(ax);
 
     EXPECT_EQ(root->fieldVisitor(collector, 1), VisitorCore::Continue);
@@ -164,6 +149,6 @@ TEST_F(CollectFieldsTest, CollectsTheContainerThatItShallStopAtAndGoesOn) {
 }
 
 TEST_F(CollectFieldsTest, ThrowsWithoutAPredicate) {
-    CollectFields collector({}, 0, unlimited);
+    CollectFields collector({}, 0, anyLevel);
     EXPECT_THROW(root->fieldVisitor(collector, 1), std::bad_function_call);
 }

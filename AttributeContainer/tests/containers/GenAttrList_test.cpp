@@ -111,6 +111,23 @@ TEST_F(GenAttrListTest, IsEmptyOnceAllAreRemoved) {
     EXPECT_FALSE(list.rmElement(5, true));
 }
 
+TEST_F(GenAttrListTest, LeavesAHoleBelowItsMinimalCapacity) {
+    /// Has two slots that stay.
+    class Slotted : public GenAttrList<Attribute> {
+    public:
+        using GenAttrList<Attribute>::GenAttrList;
+        std::uint64_t getMinCapacity() const override { return 2; }
+    };
+    Slotted slotted(5);
+    for (auto* element : {&a, &b, &c}) slotted.addElement(*element, "");
+
+    EXPECT_TRUE(slotted.rmElement(6, true));
+    EXPECT_EQ(slotted.size(), 3u);
+    EXPECT_EQ(slotted.get(6), nullptr);
+    EXPECT_TRUE(slotted.rmElement(7, true));
+    EXPECT_EQ(slotted.size(), 2u);
+}
+
 TEST(GenAttrListOfContainers, WorksTheSameWay) {
     GenAttrList<AttrContainer> list(0);
     auto field = AttrContainer::create();

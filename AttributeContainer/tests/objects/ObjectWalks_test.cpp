@@ -2,66 +2,22 @@
 
 #include "support/Containers.h"
 #include "support/Trees.h"
+#include "support/Visitors.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <limits>
-#include <map>
 #include <memory>
-#include <string>
 #include <vector>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
-using Result = VisitorCore::VisitResult;
 
 namespace {
 
-constexpr unsigned anyLevel = std::numeric_limits<unsigned>::max();
 constexpr auto Continue = VisitorCore::Continue;
 constexpr auto Prune = VisitorCore::Prune;
 constexpr auto Stop = VisitorCore::Stop;
 constexpr auto Skip = VisitorCore::Skip;
-
-// Writes down whom it visits, "-" in front of a visit behind what is below, and answers by name.
-template <class Element>
-class Recorder : public GeneralVisitor<Element&> {
-public:
-    explicit Recorder(unsigned firstLevel = 0, unsigned maxLevel = anyLevel)
-        : GeneralVisitor<Element&>(firstLevel, maxLevel) {}
-
-    Result visit(Element& element) override { return record("", element); }
-    Result visitDone(Element& element) override { return record("-", element); }
-
-    std::vector<std::string> visits;
-    std::vector<unsigned> levels;
-    std::map<std::string, Result> answers;
-    std::function<void(Element&)> act = [](Element&) {};
-
-private:
-    Result record(const std::string& prefix, Element& element) {
-        visits.push_back(prefix + element.getName());
-        levels.push_back(this->getHierLevel());
-        act(element);
-        const auto answer = answers.find(visits.back());
-        return answer != answers.end() ? answer->second : Continue;
-    }
-};
-
-class ObserverRecorder : public ObserverVisitor {
-public:
-    explicit ObserverRecorder(unsigned firstLevel = 0, unsigned maxLevel = anyLevel)
-        : ObserverVisitor(firstLevel, maxLevel) {}
-
-    Result visit(Observer& observer) override {
-        visits.push_back(observer.getName());
-        return observer.getName() == stopAt ? Stop : Continue;
-    }
-
-    std::vector<std::string> visits;
-    std::string stopAt;
-};
 
 // top with the children a, which has a1 and a2, and b, which has b1.
 class ObjectWalks : public testing::Test {
@@ -267,9 +223,8 @@ TEST_F(ObjectWalks, CostOneStepAChild) {
 // Fields and children -----------------------------------------------------------------------------
 
 TEST_F(ObjectWalks, GoThroughTheFieldsAndThenThroughTheChildren) {
-    addNamedField(*top, "f")->name("f");
-    const auto inA = addNamedField(*a, "af");
-    inA->name("af");
+    addField(*top, "f");
+    addField(*a, "af");
     Recorder<AttrContainer> visitor;
 
     EXPECT_EQ(top->fieldAndStructureVisitor(visitor, 1), Continue);
@@ -279,7 +234,7 @@ TEST_F(ObjectWalks, GoThroughTheFieldsAndThenThroughTheChildren) {
 }
 
 TEST_F(ObjectWalks, GoThroughFieldsOnlyWhereOnlyFieldsAreAskedFor) {
-    addNamedField(*top, "f")->name("f");
+    addField(*top, "f");
     Recorder<AttrContainer> visitor;
 
     top->fieldVisitor(visitor, 1);
@@ -288,7 +243,7 @@ TEST_F(ObjectWalks, GoThroughFieldsOnlyWhereOnlyFieldsAreAskedFor) {
 }
 
 TEST_F(ObjectWalks, ReturnAtOnceFromAStopAmongFieldsAndChildren) {
-    addNamedField(*top, "f")->name("f");
+    addField(*top, "f");
     Recorder<AttrContainer> stoppedByField;
     stoppedByField.answers["f"] = Stop;
     EXPECT_EQ(top->fieldAndStructureVisitor(stoppedByField, 2), Stop);
@@ -302,21 +257,21 @@ TEST_F(ObjectWalks, ReturnAtOnceFromAStopAmongFieldsAndChildren) {
 }
 
 TEST_F(ObjectWalks, VisitObserversBehindTheFieldsAndChildrenThatTheyContain) {
-    addNamedField(*top, "f")->name("f");
+    addField(*top, "f");
     ObserverRecorder visitor;
 
     EXPECT_EQ(top->observerVisitor(visitor, true), Continue);
 
-    EXPECT_EQ(visitor.visits, (Names{"f", "a1", "a2", "a", "b1", "b", "top"}));
+    EXPECT_EQ(visitor.visits, (Names{"f1", "a12", "a22", "a1", "b12", "b1", "top0"}));
 }
 
 TEST_F(ObjectWalks, VisitOneObserverWhereTheyDoNotRecurse) {
-    addNamedField(*top, "f");
+    addField(*top, "f");
     ObserverRecorder visitor;
 
     top->observerVisitor(visitor, false);
 
-    EXPECT_EQ(visitor.visits, (Names{"top"}));
+    EXPECT_EQ(visitor.visits, (Names{"top0"}));
 }
 
 TEST_F(ObjectWalks, EndAtOnceAtAnObserverThatStopsThem) {
@@ -325,7 +280,7 @@ TEST_F(ObjectWalks, EndAtOnceAtAnObserverThatStopsThem) {
 
     EXPECT_EQ(top->observerVisitor(visitor, true), Stop);
 
-    EXPECT_EQ(visitor.visits, (Names{"a1", "a2"}));
+    EXPECT_EQ(visitor.visits, (Names{"a12", "a22"}));
 }
 
 TEST_F(ObjectWalks, VisitObserversBetweenTwoLevels) {
@@ -333,5 +288,5 @@ TEST_F(ObjectWalks, VisitObserversBetweenTwoLevels) {
 
     EXPECT_EQ(top->observerVisitor(visitor, true), Prune);
 
-    EXPECT_EQ(visitor.visits, (Names{"a", "b"}));
+    EXPECT_EQ(visitor.visits, (Names{"a1", "b1"}));
 }

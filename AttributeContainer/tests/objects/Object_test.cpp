@@ -1,43 +1,16 @@
 #include <AttributeContainer/Object.h>
 
-#include <AttributeContainer/FallbackObject.h>
-
 #include "support/Containers.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 #include <utility>
-#include <vector>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 using QOR::uuids::uuid;
-
-namespace {
-
-// Takes no child and remembers what it was asked.
-class Childless : public ContainerClass<Childless, Object, "Childless"> {
-public:
-    using Block::Block;
-    bool isChildAllowed(std::shared_ptr<Object> child, int flags) override {
-        asked.emplace_back(child->getName(), flags);
-        return false;
-    }
-
-    std::vector<std::pair<std::string, int>> asked;
-};
-
-// Has no parent but one named "home".
-class Homebound : public ContainerClass<Homebound, Object, "Homebound"> {
-public:
-    using Block::Block;
-    bool isParentAllowed(Object& parent) override { return parent.getName() == "home"; }
-};
-
-}  // namespace
 
 // The class ---------------------------------------------------------------------------------------
 
@@ -138,262 +111,6 @@ TEST(Object, IsDuplicatedWithItsDefaultsWhereTheCopyShallBeEmpty) {
     EXPECT_EQ(copy->Event(), "");
 }
 
-// Adding ------------------------------------------------------------------------------------------
-
-TEST(Object, RefusesAnEmptyPointerAsChild) {
-    const auto parent = Object::create();
-
-    EXPECT_FALSE(parent->addChild(nullptr, 0));
-    EXPECT_FALSE(parent->addChild(nullptr, AddFlags::SkipNameTest));
-    EXPECT_EQ(parent->getNumChildren(), 0u);
-}
-
-TEST(Object, BecomesTheParentOfItsChild) {
-    const auto parent = Object::create();
-    const auto child = named("child");
-
-    EXPECT_TRUE(parent->addChild(child, 0));
-
-    EXPECT_EQ(child->getParent(), parent);
-    EXPECT_EQ(parent->getNumChildren(), 1u);
-    EXPECT_EQ(parent->getChild(0), child);
-    EXPECT_EQ(parent->inqChild("CHILD"), child);
-    EXPECT_EQ(parent->lookupChild(*child), 0u);
-}
-
-TEST(Object, RefusesAChildOfALivingParentUntilItHasLeftThere) {
-    const auto first = Object::create();
-    const auto second = Object::create();
-    const auto child = addNamed(*first, "child");
-
-    EXPECT_FALSE(second->addChild(child, AddFlags::SkipNameTest));
-    EXPECT_EQ(child->getParent(), first);
-    EXPECT_EQ(first->getNumChildren(), 1u);
-    EXPECT_EQ(second->getNumChildren(), 0u);
-
-    EXPECT_TRUE(first->rmChild(*child, 0));
-    EXPECT_TRUE(second->addChild(child, AddFlags::SkipNameTest));
-    EXPECT_EQ(child->getParent(), second);
-}
-
-TEST(Object, TakesAChildWhoseParentHasGone) {
-    auto gone = Object::create();
-    const auto child = addNamed(*gone, "child");
-    gone.reset();
-    EXPECT_EQ(child->getParent(), nullptr);
-    const auto parent = Object::create();
-
-    EXPECT_TRUE(parent->addChild(child, 0));
-
-    EXPECT_EQ(child->getParent(), parent);
-}
-
-TEST(Object, RefusesAChildWhoseNameDiffersFromAnotherInCaseOnly) {
-    const auto parent = Object::create();
-    addNamed(*parent, "scan");
-    const auto child = named("SCAN");
-
-    EXPECT_FALSE(parent->addChild(child, 0));
-
-    EXPECT_EQ(child->getName(), "SCAN");
-    EXPECT_EQ(child->getParent(), nullptr);
-    EXPECT_EQ(parent->getNumChildren(), 1u);
-}
-
-TEST(Object, RenamesAChildWhoseNameIsTakenWhereThatIsAskedFor) {
-    const auto parent = Object::create();
-    addNamed(*parent, "scan");
-    const auto child = named("SCAN");
-
-    EXPECT_TRUE(parent->addChild(child, AddFlags::MakeNameUnique));
-
-    EXPECT_EQ(child->getName(), "SCAN1");
-    EXPECT_EQ(childNames(*parent), (Names{"scan", "SCAN1"}));
-}
-
-TEST(Object, TakesAnyNameWhereTheTestIsSkipped) {
-    const auto parent = Object::create();
-    const auto first = addNamed(*parent, "scan");
-    const auto child = named("SCAN");
-
-    EXPECT_TRUE(parent->addChild(child, AddFlags::SkipNameTest));
-
-    EXPECT_EQ(childNames(*parent), (Names{"scan", "SCAN"}));
-    EXPECT_EQ(parent->inqChild("SCAN"), first);
-}
-
-TEST(Object, SkipsTheTestAlsoWhereARenameIsAskedFor) {
-    const auto parent = Object::create();
-    addNamed(*parent, "scan");
-    const auto child = named("scan");
-
-    EXPECT_TRUE(parent->addChild(child, AddFlags::SkipNameTest | AddFlags::MakeNameUnique));
-
-    EXPECT_EQ(child->getName(), "scan");
-}
-
-TEST(Object, IgnoresAllOtherBitsOfTheFlags) {
-    const auto parent = Object::create();
-    addNamed(*parent, "scan");
-
-    EXPECT_FALSE(parent->addChild(named("scan"), 1 | 2 | 8 | 32 | 64));
-    EXPECT_TRUE(parent->addChild(named("other"), 1 | 2 | 8 | 32 | 64));
-}
-
-TEST(Object, RefusesAChildNamedLikeAnAttributeOrAField) {
-    const auto parent = Object::create();
-    addNamedField(*parent, "field");
-    addCustom(*parent, "extra", 1);
-
-    EXPECT_FALSE(parent->addChild(named("Event"), 0));
-    EXPECT_FALSE(parent->addChild(named("Name"), 0));
-    EXPECT_FALSE(parent->addChild(named("extra"), 0));
-    EXPECT_FALSE(parent->addChild(named("field"), 0));
-    EXPECT_TRUE(parent->addChild(named("event"), 0));
-}
-
-TEST(Object, GivesTheNumberThatIsFreeAgainAfterARenameOrARemoval) {
-    const auto parent = Object::create();
-    for (int i = 0; i < 4; ++i) parent->addChild(named("scan"), AddFlags::MakeNameUnique);
-    ASSERT_EQ(childNames(*parent), (Names{"scan", "scan1", "scan2", "scan3"}));
-
-    EXPECT_EQ(parent->getChild(1)->setName("other"), nullptr);
-    parent->addChild(named("scan"), AddFlags::MakeNameUnique);
-    EXPECT_EQ(parent->getChild(4)->getName(), "scan1");
-
-    parent->rmChild(std::uint64_t{2}, 0);
-    parent->addChild(named("scan"), AddFlags::MakeNameUnique);
-    EXPECT_EQ(parent->getChild(4)->getName(), "scan2");
-}
-
-TEST(Object, GivesTheNumberThatIsFreeAgainAmongManyChildren) {
-    const auto parent = Object::create();
-    for (int i = 0; i < 40; ++i) parent->addChild(named("Scan8"), AddFlags::MakeNameUnique);
-    ASSERT_EQ(parent->getChild(39)->getName(), "Scan47");
-    const auto rename = [&](const char* from, const char* to) {
-        EXPECT_EQ(parent->inqChild(from)->setName(to), nullptr);
-    };
-    const auto add = [&] {
-        const auto child = named("Scan8");
-        parent->addChild(child, AddFlags::MakeNameUnique);
-        return child->getName();
-    };
-
-    rename("Scan20", "Scan3");   // one that is tried, by one that is not
-    rename("Scan9", "SCAN9");    // not free
-    rename("Scan30", "Scan008"); // one that is tried, by one that is not
-    EXPECT_EQ(add(), "Scan20");
-    EXPECT_EQ(add(), "Scan30");
-    EXPECT_EQ(add(), "Scan48");
-
-    rename("Scan8", "other");
-    EXPECT_EQ(add(), "Scan8");
-    EXPECT_TRUE(parent->rmChild(*parent->inqChild("Scan9"), 0));
-    EXPECT_EQ(add(), "Scan9");
-    EXPECT_EQ(add(), "Scan49");
-}
-
-TEST(Object, AllowsAnyChildAndAnyParent) {
-    const auto parent = Object::create();
-    const auto child = Object::create();
-
-    EXPECT_TRUE(parent->isChildAllowed(child, 0));
-    EXPECT_TRUE(child->isParentAllowed(*parent));
-    EXPECT_TRUE(parent->holdsNoUnknownData());
-}
-
-TEST(Object, AsksTheParentWithTheFlags) {
-    const auto parent = Childless::create();
-    const auto child = named("child");
-
-    EXPECT_FALSE(parent->addChild(child, 16));
-
-    ASSERT_EQ(parent->asked.size(), 1u);
-    EXPECT_EQ(parent->asked[0].first, "child");
-    EXPECT_EQ(parent->asked[0].second, 16);
-    EXPECT_EQ(child->getParent(), nullptr);
-}
-
-TEST(Object, TakesAFallbackObjectAlsoWhereNoChildIsAllowed) {
-    const auto parent = Childless::create();
-
-    EXPECT_TRUE(parent->addChild(FallbackObject::create(), AddFlags::SkipNameTest));
-
-    EXPECT_EQ(parent->getNumChildren(), 1u);
-    EXPECT_EQ(parent->asked.size(), 1u);
-}
-
-TEST(Object, AsksTheChildForItsConsent) {
-    const auto home = named("home");
-    const auto elsewhere = named("elsewhere");
-    const auto child = Homebound::create();
-
-    EXPECT_FALSE(elsewhere->addChild(child, 0));
-    EXPECT_TRUE(home->addChild(child, 0));
-}
-
-// Removing ----------------------------------------------------------------------------------------
-
-TEST(Object, RemovesAChildWhichLivesOnForItsHolder) {
-    const auto parent = Object::create();
-    const auto child = addNamed(*parent, "child");
-
-    EXPECT_TRUE(parent->rmChild(*child, 77));
-
-    EXPECT_EQ(parent->getNumChildren(), 0u);
-    EXPECT_EQ(child->getParent(), nullptr);
-    EXPECT_EQ(child->getName(), "child");
-    EXPECT_FALSE(parent->rmChild(*child, 0));
-}
-
-TEST(Object, RemovesAChildByItsIndex) {
-    const auto parent = Object::create();
-    addNamed(*parent, "a");
-    const auto second = addNamed(*parent, "b");
-    addNamed(*parent, "c");
-
-    EXPECT_TRUE(parent->rmChild(std::uint64_t{1}, 0));
-
-    EXPECT_EQ(childNames(*parent), (Names{"a", "c"}));
-    EXPECT_EQ(second->getParent(), nullptr);
-    EXPECT_FALSE(parent->rmChild(std::uint64_t{2}, 0));
-    EXPECT_FALSE(parent->rmChild(~std::uint64_t{0}, 0));
-    EXPECT_EQ(parent->getNumChildren(), 2u);
-}
-
-TEST(Object, DoesNotRemoveTheChildOfAnother) {
-    const auto parent = Object::create();
-    const auto other = Object::create();
-    const auto child = addNamed(*other, "child");
-
-    EXPECT_FALSE(parent->rmChild(*child, 0));
-
-    EXPECT_EQ(child->getParent(), other);
-    EXPECT_EQ(other->getNumChildren(), 1u);
-}
-
-TEST(Object, DestroysWithItselfTheChildrenThatNobodyHolds) {
-    auto parent = Object::create();
-    const auto held = addNamed(*parent, "held");
-    const std::weak_ptr<Object> loose = addNamed(*parent, "loose");
-
-    parent.reset();
-
-    EXPECT_TRUE(loose.expired());
-    EXPECT_EQ(held->getParent(), nullptr);
-    EXPECT_EQ(held->inqObjPath(), "/");
-}
-
-TEST(Object, IsNotKeptAliveByItsChildren) {
-    auto parent = Object::create();
-    const std::weak_ptr<Object> watched = parent;
-    const auto child = addNamed(*parent, "child");
-
-    parent.reset();
-
-    EXPECT_TRUE(watched.expired());
-}
-
 // Depth -------------------------------------------------------------------------------------------
 
 TEST(Object, FindsTheRootFromEveryDepth) {
@@ -463,4 +180,15 @@ TEST(Object, StoresAClassVersion) {
     EXPECT_EQ(object->MajorVersion(), 2);
     EXPECT_EQ(object->MinorVersion(), 65535);
     EXPECT_EQ(object->getStoredClassVersion(), (ClassVersion{2, 65535}));
+}
+
+// Its attributes are looked for, since a host may ask before they are made.
+TEST(Object, HasNoUuidAndNoClassVersionWithoutItsAttributes) {
+    const auto hasty = Hasty<Object>::make();
+
+    hasty->setClassVersion({2, 3});
+
+    EXPECT_EQ(hasty->getStoredClassVersion(), (ClassVersion{0, 0}));
+    EXPECT_TRUE(std::as_const(*hasty).getUuid().is_nil());
+    EXPECT_EQ(hasty->getNumAttributes(), 0u);
 }

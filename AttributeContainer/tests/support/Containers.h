@@ -88,6 +88,25 @@ public:
     std::optional<std::string> path;
 };
 
+/// No shared pointer owns it; it has a name, which it does not guard.
+class Loose : public AttrContainer {
+public:
+    Loose() : AttrContainer(ConstructorProtector{}, CreateDeep, std::nullopt) {
+        createAttributes({{0, "Name", AttrType{10}, 4}}, CreateDeep, std::nullopt);
+    }
+};
+
+/// Has been constructed and not initialised, so it has no attributes yet.
+template <class X>
+class Hasty : public X {
+public:
+    explicit Hasty(const typename X::ConstructorProtector& key)
+        : X(key, CreateDeep, std::nullopt) {}
+    static std::shared_ptr<Hasty> make() {
+        return std::make_shared<Hasty>(typename X::ConstructorProtector{});
+    }
+};
+
 /// Registers the classes of this header for as long as it lives.
 struct RegisteredContainers {
     std::vector<std::unique_ptr<const FieldFactory::FactoryRegistration>> registrations;
@@ -126,6 +145,14 @@ std::shared_ptr<Attr<T>> addCustom(AttrContainer& container, const std::string& 
 template <class X = AttrContainer>
 std::shared_ptr<X> addNamedField(AttrContainer& container, const std::string& name) {
     const auto field = X::create();
+    return container.addField(field, name, 0) ? field : nullptr;
+}
+
+/// The same, where the field goes by that name itself as well.
+template <class X = AttrContainer>
+std::shared_ptr<X> addField(AttrContainer& container, const std::string& name) {
+    const auto field = X::create();
+    field->name(name);
     return container.addField(field, name, 0) ? field : nullptr;
 }
 
