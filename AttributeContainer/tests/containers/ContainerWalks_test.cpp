@@ -184,7 +184,7 @@ TEST_F(Walks, SurviveAVisitorThatRemovesFields) {
     };
     Remover visitor;
     EXPECT_EQ(root->fieldVisitor(visitor, 1), VisitorCore::Continue);
-    EXPECT_EQ(visitor.visits, (Log{"r0"}));
+    EXPECT_EQ(visitor.withLevels(), (Log{"r0"}));
 }
 
 // Observers ---------------------------------------------------------------------------------------

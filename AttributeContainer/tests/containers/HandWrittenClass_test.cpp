@@ -16,18 +16,18 @@ namespace AC = QOR::AttributeContainer;
 using QOR::DataStructures::KeyTable;
 
 /// One attribute and one field.
-class Prism : public AC::AttrContainer {
+class Reflector : public AC::AttrContainer {
 public:
-    using Source = std::optional<std::reference_wrapper<const Prism>>;
+    using Source = std::optional<std::reference_wrapper<const Reflector>>;
 
-    Prism(const ConstructorProtector& key, AC::CreateType type, Source source)
+    Reflector(const ConstructorProtector& key, AC::CreateType type, Source source)
         : AC::AttrContainer(key, type, source) {}
 
-    static std::shared_ptr<Prism> create(CreateType type = AC::CreateDeep,
-                                         Source source = std::nullopt) {
-        const auto prism = std::make_shared<Prism>(ConstructorProtector(), type, source);
-        prism->init(type, source);
-        return prism;
+    static std::shared_ptr<Reflector> create(CreateType type = AC::CreateDeep,
+                                             Source source = std::nullopt) {
+        const auto reflector = std::make_shared<Reflector>(ConstructorProtector(), type, source);
+        reflector->init(type, source);
+        return reflector;
     }
     std::shared_ptr<AC::AttrContainer> duplicate(AC::CreateType type) const override {
         return create(type, type == AC::CreateEmpty ? Source{} : Source{*this});
@@ -60,7 +60,7 @@ public:
     std::uint64_t getMaxFieldToken() const override { return 0; }
     const std::string& getClassName() const override { return getStaticClassName(); }
     static const std::string& getStaticClassName() {
-        static const std::string name{"Prism"};
+        static const std::string name{"Reflector"};
         return name;
     }
 
@@ -92,13 +92,14 @@ private:
     static const KeyTable fieldKeyTable;
 };
 
-const std::vector<AC::AttrDefinition> Prism::definitions{{1, "Constant", AC::AttrType{9}, 18}};
-const KeyTable Prism::attrKeyTable = createKeyTableFromAttrDefinitions(definitions);
-const AC::AttrDefMap Prism::attrDefMap = createAttrDefMapFromAttrDefinitions(definitions);
-const std::vector<AC::FieldDefinition> Prism::fieldDefinitions{{0, "Mount", "ArrayContainer"}};
-const KeyTable Prism::fieldKeyTable = createKeyTableFromFieldDefinitions(fieldDefinitions);
+const std::vector<AC::AttrDefinition> Reflector::definitions{{1, "Constant", AC::AttrType{9}, 18}};
+const KeyTable Reflector::attrKeyTable = createKeyTableFromAttrDefinitions(definitions);
+const AC::AttrDefMap Reflector::attrDefMap = createAttrDefMapFromAttrDefinitions(definitions);
+const std::vector<AC::FieldDefinition> Reflector::fieldDefinitions{{0, "Mount", "ArrayContainer"}};
+const KeyTable Reflector::fieldKeyTable = createKeyTableFromFieldDefinitions(fieldDefinitions);
 
-const auto prismRegistered = AC::FieldFactory::addField<Prism>(Prism::getStaticClassName());
+const auto reflectorRegistered =
+    AC::FieldFactory::addField<Reflector>(Reflector::getStaticClassName());
 
 /// An object with nothing of its own but what it does at its making.
 class Site : public AC::Object {
@@ -132,60 +133,61 @@ protected:
 }  // namespace Survey
 
 using namespace QOR::AttributeContainer;
-using Survey::Prism;
+using Survey::Reflector;
 using Survey::Site;
 
 TEST(HandWrittenClass, HasItsNameItsDefaultsAndItsField) {
-    const auto prism = Prism::create();
+    const auto reflector = Reflector::create();
 
-    EXPECT_EQ(prism->getName(), "Prism");
-    EXPECT_EQ(prism->Constant(), -34.4);
-    EXPECT_EQ(prism->getNumAttributes(), 2u);
-    EXPECT_EQ(prism->getAttrToken("Constant"), 1u);
-    EXPECT_EQ(prism->getAttrToken("Name"), 0u);
-    EXPECT_EQ(prism->getAttrName(1), "Constant");
-    EXPECT_EQ(prism->getAttrCategory(1), 18);
-    EXPECT_EQ(prism->getAttrDefinition(prism->Attr_Constant())->name, "Constant");
-    EXPECT_EQ(prism->getNumFields(), 1u);
-    EXPECT_EQ(prism->getField("Mount").lock()->getName(), "Mount");
-    EXPECT_EQ(prism->getFieldName(0), "Mount");
+    EXPECT_EQ(reflector->getName(), "Reflector");
+    EXPECT_EQ(reflector->Constant(), -34.4);
+    EXPECT_EQ(reflector->getNumAttributes(), 2u);
+    EXPECT_EQ(reflector->getAttrToken("Constant"), 1u);
+    EXPECT_EQ(reflector->getAttrToken("Name"), 0u);
+    EXPECT_EQ(reflector->getAttrName(1), "Constant");
+    EXPECT_EQ(reflector->getAttrCategory(1), 18);
+    EXPECT_EQ(reflector->getAttrDefinition(reflector->Attr_Constant())->name, "Constant");
+    EXPECT_EQ(reflector->getNumFields(), 1u);
+    EXPECT_EQ(reflector->getField("Mount").lock()->getName(), "Mount");
+    EXPECT_EQ(reflector->getFieldName(0), "Mount");
 }
 
 TEST(HandWrittenClass, IsCopiedWithItsValuesAndItsField) {
-    const auto prism = Prism::create();
-    prism->Constant(17.5);
-    prism->name("north");
+    const auto reflector = Reflector::create();
+    reflector->Constant(17.5);
+    reflector->name("north");
 
-    const auto copy = std::dynamic_pointer_cast<Prism>(prism->duplicate(CreateDeep));
-    const auto sharing = std::dynamic_pointer_cast<Prism>(prism->duplicateAll(CreateShareFields));
-    const auto empty = std::dynamic_pointer_cast<Prism>(prism->duplicate(CreateEmpty));
+    const auto copy = std::dynamic_pointer_cast<Reflector>(reflector->duplicate(CreateDeep));
+    const auto sharing =
+        std::dynamic_pointer_cast<Reflector>(reflector->duplicateAll(CreateShareFields));
+    const auto empty = std::dynamic_pointer_cast<Reflector>(reflector->duplicate(CreateEmpty));
 
     EXPECT_EQ(copy->Constant(), 17.5);
     EXPECT_EQ(copy->getName(), "north");
-    EXPECT_NE(copy->getField("Mount").lock(), prism->getField("Mount").lock());
-    EXPECT_EQ(sharing->getField("Mount").lock(), prism->getField("Mount").lock());
+    EXPECT_NE(copy->getField("Mount").lock(), reflector->getField("Mount").lock());
+    EXPECT_EQ(sharing->getField("Mount").lock(), reflector->getField("Mount").lock());
     EXPECT_EQ(empty->Constant(), -34.4);
-    EXPECT_EQ(empty->getName(), "Prism");
+    EXPECT_EQ(empty->getName(), "Reflector");
 }
 
 TEST(HandWrittenClass, IsMadeByTheFactory) {
-    const auto made = FieldFactory::the()->createField("Prism");
-    ASSERT_NE(std::dynamic_pointer_cast<Prism>(made), nullptr);
-    EXPECT_EQ(made->getName(), "Prism");
+    const auto made = FieldFactory::the()->createField("Reflector");
+    ASSERT_NE(std::dynamic_pointer_cast<Reflector>(made), nullptr);
+    EXPECT_EQ(made->getName(), "Reflector");
 }
 
 TEST(HandWrittenClass, IsReadBackFromAStream) {
     const auto holder = AttrContainer::create();
-    const auto prism = Prism::create();
-    prism->Constant(17.5);
-    ASSERT_TRUE(holder->addField(prism, "prism", 0));
+    const auto reflector = Reflector::create();
+    reflector->Constant(17.5);
+    ASSERT_TRUE(holder->addField(reflector, "reflector", 0));
     std::stringstream stream;
     ASSERT_EQ(holder->writeTo(stream, std::make_shared<WriteContextBase>()), nullptr);
 
     const auto read = AttrContainer::create();
     ASSERT_EQ(read->readFrom(stream, std::make_shared<ReadContextBase>()), nullptr);
 
-    const auto field = std::dynamic_pointer_cast<Prism>(read->getField("prism").lock());
+    const auto field = std::dynamic_pointer_cast<Reflector>(read->getField("reflector").lock());
     ASSERT_NE(field, nullptr);
     EXPECT_EQ(field->Constant(), 17.5);
 }

@@ -1,12 +1,70 @@
 // Names that are not taken yet, and names that come from outside.
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include <QOR/Text.h>
+
 #include "support/Containers.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+const std::vector<std::string> wanted{"a", "A", "a1", "a9", "a09", "b", "Height", "x-1", "7"};
+
+/// A container whose fields and custom attributes come and go under names that meet.
+class Crowd {
+public:
+    explicit Crowd(std::uint64_t seed) : random(seed) {}
+
+    void act() {
+        const std::uint64_t field = below(container->getNumFields() + 1);
+        switch (below(12)) {
+            case 0:
+            case 1:
+            case 2: addField(AddFlags::MakeNameUnique); break;
+            case 3: addField(AddFlags::SkipNameTest); break;
+            case 4: container->rmField(field); break;
+            case 5: container->rmField(one()); break;
+            case 6: container->rmField(container->getField(field).lock()); break;
+            case 7:
+                container->setField(field, below(2) == 0 ? nullptr : AttrContainer::create());
+                break;
+            case 8: addCustom(*container, container->generateUniqueName(one()), 1); break;
+            case 9: container->rmAttribute(one()); break;
+            case 10:
+                container->rmAttribute(container->getAttrName(4 + below(9)).value_or(""));
+                break;
+            case 11: removeAll(); break;
+        }
+    }
+
+    void check() const {
+        for (const std::string& name : wanted) {
+            std::string expected = name;
+            while (!container->isNameUnique(expected)) QOR::incrementIndex(expected);
+            ASSERT_EQ(container->generateUniqueName(name), expected);
+        }
+    }
+
+private:
+    std::uint64_t below(std::uint64_t end) { return random() % end; }
+    const std::string& one() { return wanted[below(wanted.size())]; }
+    void addField(int flags) { container->addField(AttrContainer::create(), one(), flags); }
+    void removeAll() {
+        if (below(20) == 0) container->rmAllCustomFields();
+        if (below(20) == 0) container->rmAllCustomAttributes();
+    }
+
+    std::mt19937_64 random;
+    std::shared_ptr<AttrContainer> container = Mark::create();
+};
+
+}  // namespace
 
 TEST(IsNameUnique, SeesAttributesAndFields) {
     const auto mark = Mark::create();
@@ -103,6 +161,18 @@ TEST(GenerateUniqueName, BeginsAnewInAContainerInThePlaceOfAnother) {
         EXPECT_EQ(container->generateUniqueName("inner"), "inner1");
         container->addField(AttrContainer::create(), "inner", AddFlags::MakeNameUnique);
         EXPECT_EQ(container->generateUniqueName("inner"), "inner3");
+    }
+}
+
+TEST(GenerateUniqueName, FindsWhatASearchFromTheBeginningFinds) {
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        Crowd crowd(seed);
+        for (int step = 0; step < 2000; ++step) {
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
+            crowd.act();
+            crowd.check();
+            if (HasFailure()) return;
+        }
     }
 }
 

@@ -28,7 +28,7 @@ namespace {
 const Names validNames{"a",     "A",     "b",     "B",      "scan",  "Scan",   "SCAN",
                        "scan1", "SCAN1", "scan2", "scan02", "scan9", "scan10", "x-y",
                        "X-Y",   "x_y",   "0",     "00",     "a.b",   "A.B",    "longer-name",
-                       "Event", "UUID",  "event", "z",      "LONGER-NAME"};
+                       "Event", "UUID",  "event", "z",      "Z",     "z9z",    "LONGER-NAME"};
 // No guard stands in their way where observing is blocked.
 const Names anyNames{"", " ", "a b", "A B", "\xC4", "\xE4", "x/y", "[", "{", "scan", "b", "z"};
 
