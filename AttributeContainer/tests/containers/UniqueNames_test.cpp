@@ -14,7 +14,7 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-const std::vector<std::string> wanted{"a", "A", "a1", "a9", "a09", "b", "Height", "x-1", "7"};
+const std::vector<std::string> wanted{"a", "A", "a9", "a09", "Height", "7"};
 
 /// A container whose fields and custom attributes come and go under names that meet.
 class Crowd {
@@ -170,7 +170,7 @@ TEST(GenerateUniqueName, FindsWhatASearchFromTheBeginningFinds) {
         for (int step = 0; step < 2000; ++step) {
             SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
             crowd.act();
-            crowd.check();
+            if (step % 10 == 9) crowd.check();  // a question too is remembered, so not all the time
             if (HasFailure()) return;
         }
     }
