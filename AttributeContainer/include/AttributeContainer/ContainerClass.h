@@ -186,7 +186,7 @@ private:
     }                                                                                               \
     const TYPE& KEY() const { return Attr_##KEY().get(); }                                          \
     void KEY(const TYPE& value) { Attr_##KEY().set(value); }                                        \
-    static constexpr std::uint64_t KEY##Token = TOKEN
+    [[maybe_unused]] static constexpr std::uint64_t KEY##Token = TOKEN
 
 /// One field of a container class: token, class, key. Gives the accessor `Key()`, a weak pointer,
 /// and `KeyField`.
@@ -202,4 +202,4 @@ private:
     std::weak_ptr<const TYPE> KEY() const {                                                          \
         return std::dynamic_pointer_cast<const TYPE>(this->getField(TOKEN).lock());                  \
     }                                                                                                \
-    static constexpr std::uint64_t KEY##Field = TOKEN
+    [[maybe_unused]] static constexpr std::uint64_t KEY##Field = TOKEN
