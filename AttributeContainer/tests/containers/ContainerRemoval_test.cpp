@@ -70,6 +70,13 @@ TEST_F(RmField, TakesAllFieldsAway) {
     EXPECT_FALSE(container->rmField(std::uint64_t{0}));  // the list has gone
 }
 
+// The form with a token leaves the empty list, in which a token out of range counts as removed.
+TEST_F(RmField, LeavesTheListWhereTheLastFieldIsRemovedByItsToken) {
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(container->rmField(std::uint64_t{0}));
+    EXPECT_EQ(container->getNumFields(), 0u);
+    EXPECT_TRUE(container->rmField(std::uint64_t{0}));
+}
+
 TEST(RmFieldWithoutAList, RemovesNothing) {
     const auto container = AttrContainer::create();
     EXPECT_FALSE(container->rmField(std::uint64_t{0}));
