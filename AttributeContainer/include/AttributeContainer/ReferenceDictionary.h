@@ -8,12 +8,13 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace QOR::AttributeContainer {
 
 class AttrContainer;
+class ObservingObject;
 class ReadContextBase;
 class WriteContextBase;
 
@@ -52,14 +53,21 @@ public:
     [[nodiscard]] virtual ErrorPtr readFrom(std::istream& stream,
                                             std::shared_ptr<const ReadContextBase> context);
 
-    /// Notes that a reference put this container into a second place. Readers ask for it before
-    /// they let a reference into a container that stands in several places.
-    void noteReferenced(const AttrContainer& container) { referenced.insert(&container); }
-    bool wasReferenced(const AttrContainer& container) const {
-        return referenced.contains(&container);
-    }
-
 private:
+    friend class OpenContainer;  // refuses references that would close a ring or lie too deep
+
+    // What references lead to, as found when they were read.
+    struct TargetPart {
+        std::weak_ptr<const ObservingObject> container;  // tells it from a later one in its place
+        unsigned height = 0;                             // the levels of containers below it
+    };
+
+    /// Notes a target of a reference with all that is below it.
+    /// \return false if nothing of it was new. Costs as many steps as are new.
+    bool noteTarget(const AttrContainer& target);
+    /// Null for a container that is no part of a target.
+    const TargetPart* inqTargetPart(const AttrContainer& container) const;
+
     struct Entry {
         std::uint64_t key;
         std::shared_ptr<AttrContainer> container;
@@ -68,7 +76,7 @@ private:
     Entry* find(std::uint64_t key);  // null for an unknown key
 
     std::vector<Entry> entries;  // sorted by key
-    std::unordered_set<const AttrContainer*> referenced;
+    std::unordered_map<const AttrContainer*, TargetPart> targetParts;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -37,6 +37,7 @@ ErrorPtr Object::readChild(std::istream& stream, std::shared_ptr<const ReadConte
     if (!context) return QOR_ERROR(ContextMissing, "Object::readChild");
     const ReadDepth depth(*context);
     if (depth.isTooDeep()) return ReadFromScope::fail(QOR_ERROR(ParseFailed, "Object::readChild"));
+    const OpenContainer open(*this, *context);
     return ChildReader(*this, stream, context).read();
 }
 
@@ -90,10 +91,10 @@ ErrorPtr ChildReader::readReference() {
     if (!dictionary || key == 0) return QOR_ERROR(ElementUnresolved, "Object::readChild");
     const auto object = std::dynamic_pointer_cast<Object>(dictionary->resolveReference(key));
     if (!object) return QOR_ERROR(ElementSkipped, "Object::readChild");
-    // An object that has a parent stays there.
-    if (OpenContainer::acceptsReference(*object, *context) &&
-        parent.addChild(object, AddFlags::SkipNameTest))
-        dictionary->noteReferenced(*object);
+    if (object->getParent()) return nullptr;  // and stays there
+    if (!OpenContainer::acceptsReference(*object, *context))
+        return QOR_ERROR(ElementSkipped, "Object::readChild");
+    parent.addChild(object, AddFlags::SkipNameTest);
     return nullptr;
 }
 
@@ -138,7 +139,6 @@ ErrorPtr ChildReader::readInto(const std::shared_ptr<Object>& object) {
     // Known before its body is read, so that a reference in there resolves.
     ReferenceDictionary* const dictionary = context->getReferenceDictionary();
     if (dictionary && instance != 0) dictionary->registerReference(instance, object);
-    const OpenContainer open(*object);
     return object->readFrom(stream, context);
 }
 

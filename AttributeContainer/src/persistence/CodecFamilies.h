@@ -1,7 +1,6 @@
 // The families of value types that writing and reading tell apart.
 #pragma once
 
-#include <QOR/Mat4d.h>
 #include <QOR/Vec.h>
 
 #include <array>
@@ -42,15 +41,6 @@ concept ReadByStream = IntegerVector<T> &&
 template <class T>
 concept ByteInteger = std::integral<T> &&
     (std::same_as<T, signed char> || std::same_as<T, unsigned char>);
-
-/// Types that are read number by number, with no word and no operator of the stream.
-template <class T>
-inline constexpr bool isReadFromDigits = std::floating_point<T> || NumberVector<T> ||
-                                         (IntegerVector<T> && !ReadByStream<T>) ||
-                                         (std::integral<T> && !ByteInteger<T> &&
-                                          !std::same_as<T, bool>);
-template <class Number> inline constexpr bool isReadFromDigits<Mat4d<Number>> = true;
-template <class T> concept ReadFromDigits = isReadFromDigits<T>;
 
 template <SmallVector T> constexpr auto componentsOf(const T& value) {
     std::array<typename T::value_type, T::size()> components{};

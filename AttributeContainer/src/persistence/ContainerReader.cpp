@@ -74,9 +74,11 @@ ErrorPtr ContainerReader::readAttribute() {
     imf.nextKeyword();
     if (auto error = firstWarning.take(read->readFrom(stream, context))) return error;
     pendingType = unknownAttrType;
-    auto error = takeAttribute(name, read);
-    imf.nextKeyword();  // the "}" of the block, and below past it
+    // The "}" of the block first: who is told of the value may read a stream of its own, on which
+    // the keyword must not wait for it.
     imf.nextKeyword();
+    auto error = takeAttribute(name, read);
+    imf.nextKeyword();  // past the "}"
     return error;
 }
 

@@ -24,6 +24,7 @@ ErrorPtr AttrContainer::readField(std::istream& stream,
     const ReadDepth depth(*context);
     if (depth.isTooDeep())
         return ReadFromScope::fail(QOR_ERROR(ParseFailed, "AttrContainer::readField"));
+    const OpenContainer open(*this, *context);
     return FieldReader(*this, stream, context).read();
 }
 
@@ -78,7 +79,6 @@ ErrorPtr FieldReader::readReference() {
     const auto field = dictionary->resolveReference(instanceKey);
     if (!field || !OpenContainer::acceptsReference(*field, *context))
         return QOR_ERROR(ElementSkipped, "AttrContainer::readField");
-    dictionary->noteReferenced(*field);
     attach(field);
     return nullptr;
 }
@@ -145,17 +145,12 @@ ErrorPtr FieldReader::readInto(const std::shared_ptr<AttrContainer>& field) {
     [[maybe_unused]] const auto refused = field->setName(fieldName);
     ReferenceDictionary* const dictionary = context->getReferenceDictionary();
     if (dictionary && instanceKey != 0) dictionary->registerReference(instanceKey, field);
-    ErrorPtr result;
-    {
-        const OpenContainer open(*field);
-        result = field->readFrom(stream, context);
-    }
+    ErrorPtr result = field->readFrom(stream, context);
     if (result && result->getCode() == ErrorCode::AttributeNotMarked) {
         if (dictionary) dictionary->unregisterReference(instanceKey);
         return nullptr;
     }
-    if (result && !result->isWarning()) return result;
-    attach(field);
+    attach(field);  // also behind a hard error, so that what was read so far stays
     return result;
 }
 

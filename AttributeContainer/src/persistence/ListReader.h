@@ -28,7 +28,6 @@ template <class List> struct BracedListReader {
         const bool any = source.skipWhiteSpace() != TextSource::endOfInput;
         source.take();
         list.clear();
-        if constexpr (ReadFromDigits<Element>) source.readAhead();
         while (source.good()) {
             const int first = source.skipWhiteSpace();
             if (first == '}') {

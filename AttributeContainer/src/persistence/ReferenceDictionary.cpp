@@ -1,9 +1,28 @@
 #include <AttributeContainer/ReferenceDictionary.h>
 
+#include <AttributeContainer/Object.h>
+
 #include <algorithm>
 #include <utility>
 
 namespace QOR::AttributeContainer {
+
+namespace {
+// A place in the walk over what a target holds.
+struct TargetWalk {
+    explicit TargetWalk(const AttrContainer& at) : container(&at) {
+        for (std::uint64_t token = 0; token < at.getNumFields(); ++token)
+            if (const auto field = at.getField(token).lock()) partsLeft.push_back(field.get());
+        if (const auto* const object = dynamic_cast<const Object*>(&at))
+            for (const auto& child : object->getChildren())
+                if (child) partsLeft.push_back(child.get());
+    }
+
+    const AttrContainer* container;
+    std::vector<const AttrContainer*> partsLeft;
+    unsigned height = 0;  // as far as the parts have been seen
+};
+}  // namespace
 
 const std::string& ReferenceDictionary::getStaticClassName() {
     static const std::string className = "ReferenceDictionary";
@@ -43,11 +62,44 @@ bool ReferenceDictionary::unregisterReference(std::uint64_t key) {
 }
 
 void ReferenceDictionary::initializeFromVector(std::vector<std::uint64_t>& keys) {
-    referenced.clear();
+    targetParts.clear();
     std::ranges::sort(keys);
     entries.clear();
     entries.reserve(keys.size());
     for (const auto key : keys) entries.push_back({key, nullptr});
+}
+
+bool ReferenceDictionary::noteTarget(const AttrContainer& target) {
+    if (inqTargetPart(target)) return false;
+    std::vector<TargetWalk> walk;  // the containers from the target down, the innermost last
+    const auto enter = [&](const AttrContainer& container) {
+        targetParts[&container] = {container.weak_from_this(), 0};
+        walk.emplace_back(container);
+    };
+    enter(target);
+    while (!walk.empty()) {
+        TargetWalk& place = walk.back();
+        if (!place.partsLeft.empty()) {
+            const AttrContainer& part = *place.partsLeft.back();
+            place.partsLeft.pop_back();
+            const TargetPart* const noted = inqTargetPart(part);
+            if (noted) place.height = std::max(place.height, noted->height + 1);
+            else enter(part);
+            continue;
+        }
+        const unsigned height = place.height;
+        targetParts[place.container].height = height;
+        walk.pop_back();
+        if (!walk.empty()) walk.back().height = std::max(walk.back().height, height + 1);
+    }
+    return true;
+}
+
+const ReferenceDictionary::TargetPart* ReferenceDictionary::inqTargetPart(
+    const AttrContainer& container) const {
+    const auto found = targetParts.find(&container);
+    const bool isNoted = found != targetParts.end() && !found->second.container.expired();
+    return isNoted ? &found->second : nullptr;
 }
 
 ErrorPtr ReferenceDictionary::writeTo(std::ostream&, std::shared_ptr<const WriteContextBase>) {

@@ -4,12 +4,11 @@
 #include "persistence/PlainDecimal.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <fstream>
-#include <sstream>
+#include <array>
+#include <cstddef>
+#include <limits>
 #include <stdexcept>
 #include <streambuf>
-#include <typeinfo>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -20,6 +19,15 @@ bool isNumberCode(int character) {
     return character != TextSource::endOfInput && isValidNumberChar(static_cast<char>(character));
 }
 
+// The get area of any buffer. Only derived classes may name these members, which are called on the
+// buffer as what it is.
+struct GetArea : std::streambuf {
+    static const char* begin(const std::streambuf& buffer) { return (buffer.*&GetArea::gptr)(); }
+    static const char* end(const std::streambuf& buffer) { return (buffer.*&GetArea::egptr)(); }
+    static void take(std::streambuf& buffer, int size) { (buffer.*&GetArea::gbump)(size); }
+    static constexpr std::ptrdiff_t mostAtOnce = std::numeric_limits<int>::max();
+};
+
 }  // namespace
 
 TextSource::TextSource(std::istream& source, int sourceFormat)
@@ -28,28 +36,20 @@ TextSource::TextSource(std::istream& source, int sourceFormat)
     if (stream.good()) const std::istream::sentry ready(stream, true);
 }
 
-void TextSource::readAhead() {
-    if (sizeAhead > 0 || !stream.good()) return;
-    // Only of these it is sure that in_avail counts characters of the get area, so that as many
-    // can be given back.
-    const std::streambuf& buffer = *stream.rdbuf();
-    constexpr std::size_t sizeAtFirst = 64;  // short lists shall not pay for long ones
-    if (typeid(buffer) == typeid(std::stringbuf) || typeid(buffer) == typeid(std::filebuf))
-        sizeAhead = sizeAtFirst;
-}
-
 int TextSource::peekInBuffer() {
+    giveBack();
     int character;
     try {
         character = stream.rdbuf()->sgetc();
-        if (sizeAhead > 0 && character != endOfInput) takeAhead();
     } catch (...) {
         return broken();
     }
+    openArea();
     return character != endOfInput ? character : ended();
 }
 
 void TextSource::dropInBuffer() {
+    giveBack();
     try {
         stream.rdbuf()->sbumpc();
     } catch (...) {
@@ -58,28 +58,31 @@ void TextSource::dropInBuffer() {
 }
 
 int TextSource::skipWhiteSpaceInBuffer() {
+    giveBack();
     int character;
     try {
         auto& buffer = *stream.rdbuf();
         character = buffer.sgetc();
         while (character != endOfInput && isWhiteSpace(static_cast<char>(character)))
             character = buffer.snextc();
-        if (sizeAhead > 0 && character != endOfInput) takeAhead();
     } catch (...) {
         return broken();
     }
+    openArea();
     return character != endOfInput ? character : ended();
 }
 
-void TextSource::takeAhead() {
-    const auto size = std::min(stream.rdbuf()->in_avail(), static_cast<std::streamsize>(sizeAhead));
-    at = ahead.data();
-    aheadEnd = at + stream.rdbuf()->sgetn(ahead.data(), size);
-    sizeAhead = std::min(sizeAhead * 2, ahead.size());
+void TextSource::openArea() {
+    const std::streambuf& buffer = *stream.rdbuf();
+    at = GetArea::begin(buffer);
+    areaEnd = at + std::min(GetArea::end(buffer) - at, GetArea::mostAtOnce);
 }
 
 void TextSource::giveBack() {
-    for (; aheadEnd != at; --aheadEnd) stream.rdbuf()->sungetc();
+    if (!at) return;
+    std::streambuf& buffer = *stream.rdbuf();
+    GetArea::take(buffer, static_cast<int>(at - GetArea::begin(buffer)));
+    at = areaEnd = nullptr;
 }
 
 int TextSource::take() {
@@ -104,7 +107,7 @@ bool TextSource::readNumber(double& number) {
 }
 
 bool TextSource::readPlainDecimal(double& number) {
-    if (aheadEnd - at <= PlainDecimal::mostCharacters) return readPlainDecimalInBuffer(number);
+    if (areaEnd - at <= PlainDecimal::mostCharacters) return readPlainDecimalInBuffer(number);
     MemoryCursor cursor{at};
     const auto decimal = PlainDecimal::take(cursor);
     const char* const begin = std::exchange(at, cursor.at);
@@ -146,23 +149,24 @@ void TextSource::collectNumberCharacters(int character) {
 }
 
 bool TextSource::takeInfinityMark() {
-    if (peek() != '#') return false;
-    giveBack();
-    sizeAhead = 0;  // from here on all characters can be put back by the buffer itself
     constexpr std::string_view mark = "#INF";
     constexpr std::string_view otherCase = "#inf";
+    if (peek() != '#') return false;
+    giveBack();  // the buffer takes back by itself what is no mark
+    std::streambuf& buffer = *stream.rdbuf();
     std::size_t matched = 0;
-    for (; matched < mark.size(); ++matched) {
-        const int character = peek();
-        if (character != mark[matched] && character != otherCase[matched]) break;
-        drop();
+    try {
+        for (; matched < mark.size(); ++matched) {
+            const int character = buffer.sgetc();
+            if (character != mark[matched] && character != otherCase[matched]) break;
+            buffer.sbumpc();
+        }
+    } catch (...) {
+        broken();
     }
     if (matched == mark.size()) return true;
-
-    // The end of the input is again as far away as before.
-    stream.clear(stream.rdstate() & ~std::ios::eofbit);
     for (; matched > 0; --matched)
-        if (stream.rdbuf()->sungetc() == endOfInput) stream.setstate(std::ios::badbit);
+        if (buffer.sungetc() == endOfInput) stream.setstate(std::ios::badbit);
     return false;
 }
 

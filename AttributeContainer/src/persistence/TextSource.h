@@ -3,8 +3,6 @@
 
 #include <QOR/Text.h>
 
-#include <array>
-#include <cstddef>
 #include <istream>
 #include <optional>
 #include <string>
@@ -13,7 +11,8 @@
 namespace QOR::AttributeContainer {
 
 /// Reads from a stream's buffer as the stream's own `peek` and `get` would, without their cost for
-/// each character. In the end the stream stands behind what was taken, whatever buffer it has.
+/// each character: what lies in the buffer's get area is read where it is. In the end the stream
+/// stands behind what was taken, whatever buffer it has.
 ///
 /// A stream that is not good gives nothing and keeps its state. Where the input ends the stream
 /// gets its end bit, and where its buffer throws its bad bit; the exception goes on only if the
@@ -27,11 +26,7 @@ public:
     TextSource& operator=(const TextSource&) = delete;
     ~TextSource() { giveBack(); }
 
-    /// From now on takes characters in larger parts, where the buffer is one that is known to take
-    /// back what is not used. This is for lists of numbers, which are long.
-    void readAhead();
-
-    /// The stream, standing behind what was taken.
+    /// The stream, standing behind what was taken until more is read from here.
     std::istream& getStream() {
         giveBack();
         return stream;
@@ -42,13 +37,13 @@ public:
     /// The next character, which stays where it is.
     int peek() {
         if (!stream.good()) return endOfInput;
-        if (at == aheadEnd) return peekInBuffer();
+        if (at == areaEnd) return peekInBuffer();
         return static_cast<unsigned char>(*at);
     }
 
     /// Drops the character that was seen last.
     void drop() {
-        if (at == aheadEnd) dropInBuffer();
+        if (at == areaEnd) dropInBuffer();
         else ++at;
     }
 
@@ -61,8 +56,8 @@ public:
     /// Skips white space and shows the character behind it.
     int skipWhiteSpace() {
         if (!stream.good()) return endOfInput;
-        while (at != aheadEnd && isWhiteSpace(*at)) ++at;
-        if (at == aheadEnd) return skipWhiteSpaceInBuffer();
+        while (at != areaEnd && isWhiteSpace(*at)) ++at;
+        if (at == areaEnd) return skipWhiteSpaceInBuffer();
         return static_cast<unsigned char>(*at);
     }
 
@@ -94,7 +89,7 @@ private:
     int peekInBuffer();
     void dropInBuffer();
     int skipWhiteSpaceInBuffer();
-    void takeAhead();
+    void openArea();
     void giveBack();
     int ended();
     int broken();
@@ -106,12 +101,10 @@ private:
     const int format;
     std::string token;  // kept, so that its storage is used again
 
-    // What was taken from the buffer ahead of its use, all of it from one get area, so that it can
-    // be given back one by one.
-    std::array<char, 4096> ahead;
-    const char* at = ahead.data();
-    const char* aheadEnd = ahead.data();
-    std::size_t sizeAhead = 0;  // how much to take at a time; 0 for one by one
+    // What is left of the buffer's get area; the buffer is told of it before it is used itself.
+    // Both are null while that is not known, and for a buffer that has no such area.
+    const char* at = nullptr;
+    const char* areaEnd = nullptr;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -141,22 +141,16 @@ bool ValueReader<Time>::get(TextSource& source, Time& value) {
 }
 
 bool ValueReader<VersionNum>::get(TextSource& source, VersionNum& value) {
-    std::istream& stream = source.getStream();
-    std::string name;
-    if (source.getFormat() != ModelFormat::XmlV2) {
-        if (source.skipWhiteSpace() != '"') return false;
-        ValueReader<std::string>::get(source, name);
-        value.setName(name);
-        value.setVersionNumbersFrom(stream);
-        return true;
-    }
+    const bool isXml = source.getFormat() == ModelFormat::XmlV2;
+    const int first = source.skipWhiteSpace();
+    if (!isXml && first != '"') return false;
     constexpr std::streamsize commentStart = 4;  // "<!--"
-    source.skipWhiteSpace();
-    stream.ignore(commentStart);
+    if (isXml) source.getStream().ignore(commentStart);
+    std::string name;
     ValueReader<std::string>::get(source, name);
     value.setName(name);
-    value.setVersionNumbersFrom(stream);
-    stream.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    value.setVersionNumbersFrom(source.getStream());
+    if (isXml) source.getStream().ignore(std::numeric_limits<std::streamsize>::max(), '\n');
     return true;
 }
 

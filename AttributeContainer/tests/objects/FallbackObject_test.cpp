@@ -3,7 +3,9 @@
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/Point3d.h>
 
+#include "support/BlockText.h"
 #include "support/Containers.h"
+#include "support/ObjectText.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -30,32 +32,8 @@ Value 5
 }
 }
 )";
-const std::string countBlockRewritten = R"(
-AttrContainer { 
-Attr<String> { 
-Name "Name"
-Value "FallbackObject"
-}
-Attr<String> { 
-Name "Action"
-}
-Attr<String> { 
-Name "Event"
-}
-Attr<uint16_t> { 
-Name "MajorVersion"
-}
-Attr<uint16_t> { 
-Name "MinorVersion"
-}
-Attr<Uuid> { 
-Name "UUID"
-}
-Attr<int> { 
-Name "Count"
-Value 5
-}
-})";
+const std::string countBlockRewritten =
+    body("FallbackObject", attributeBlock("int", "Count", "5"));
 
 // A container part that ends in a hard error, behind an attribute, a field and a child that can be
 // read.

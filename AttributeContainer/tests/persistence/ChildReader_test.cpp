@@ -6,8 +6,10 @@
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/ReferenceDictionary.h>
 
+#include "support/BlockText.h"
 #include "support/Containers.h"
 #include "support/LogCapture.h"
+#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -81,18 +83,10 @@ protected:
         FieldFactory::addField<Versioned>("Versioned")};
     std::shared_ptr<Object> root = Object::create();
     std::shared_ptr<ReadContextBase> context = std::make_shared<ReadContextBase>();
-    ReferenceDictionary* dictionary = nullptr;
 
     ~ChildReaderTest() override {
         Answering::answer.reset();
         ModelInFormat::cleanPropagateKeyword();
-    }
-
-    void declare(std::vector<std::uint64_t> keys) {
-        auto owned = std::make_unique<ReferenceDictionary>();
-        owned->initializeFromVector(keys);
-        dictionary = owned.get();
-        context->setReferenceDictionary(std::move(owned));
     }
 
     std::optional<ErrorCode> read(const std::string& text) {
@@ -100,18 +94,12 @@ protected:
     }
 };
 
-// A child block of that class and name.
-std::string block(const std::string& type, const std::string& name,
-                  const std::string& content = "\nAttrContainer { \n}") {
-    return "\nChild { \n\"" + type + "\" \"" + name + "\"" + content + "\n}";
-}
-
 }  // namespace
 
 // Creating ----------------------------------------------------------------------------------------
 
 TEST_F(ChildReaderTest, MakesAChildOfTheClassAndTheNameInTheBlock) {
-    EXPECT_EQ(read(block("Point3d", "p")), std::nullopt);
+    EXPECT_EQ(read(childBlock("Point3d", "p")), std::nullopt);
 
     ASSERT_EQ(root->getNumChildren(), 1u);
     EXPECT_EQ(root->getChild(0)->getClassName(), "Point3d");
@@ -120,34 +108,36 @@ TEST_F(ChildReaderTest, MakesAChildOfTheClassAndTheNameInTheBlock) {
 }
 
 TEST_F(ChildReaderTest, LetsTheNameInTheBodyWin) {
-    EXPECT_EQ(read(block("Object", "outside",
-                         "\nAttrContainer { \nAttr<String> { \nName \"Name\"\nValue \"inside\"\n}\n}")),
+    EXPECT_EQ(read(childBlock(
+                  "Object", "outside",
+                  "\nAttrContainer { \nAttr<String> { \nName \"Name\"\nValue \"inside\"\n}\n}")),
               std::nullopt);
 
     EXPECT_EQ(childNames(*root), (Names{"inside"}));
 }
 
 TEST_F(ChildReaderTest, KeepsTheNameOfTheClassWhereThatOfTheBlockIsNotValid) {
-    EXPECT_EQ(read(block("Object", "not valid")), std::nullopt);
+    EXPECT_EQ(read(childBlock("Object", "not valid")), std::nullopt);
 
     EXPECT_EQ(childNames(*root), (Names{"Object"}));
 }
 
 TEST_F(ChildReaderTest, TakesChildrenOfEqualNames) {
-    EXPECT_EQ(read(block("Object", "twin") + block("Object", "twin") + block("Object", "Event")),
+    EXPECT_EQ(read(childBlock("Object", "twin") + childBlock("Object", "twin") +
+                   childBlock("Object", "Event")),
               std::nullopt);
 
     EXPECT_EQ(childNames(*root), (Names{"twin", "twin", "Event"}));
 }
 
 TEST_F(ChildReaderTest, MakesNoChildOfABlockWithoutABody) {
-    EXPECT_EQ(read(block("Object", "empty", "") + block("Object", "full")), std::nullopt);
+    EXPECT_EQ(read(childBlock("Object", "empty", "") + childBlock("Object", "full")), std::nullopt);
 
     EXPECT_EQ(childNames(*root), (Names{"full"}));
 }
 
 TEST_F(ChildReaderTest, MakesAPlaceholderForAnUnknownClass) {
-    EXPECT_EQ(read(block("Station", "s")), ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(read(childBlock("Station", "s")), ErrorCode::ObjectNotCreated);
 
     ASSERT_EQ(root->getNumChildren(), 1u);
     const auto fallback = std::dynamic_pointer_cast<FallbackObject>(root->getChild(0));
@@ -159,13 +149,13 @@ TEST_F(ChildReaderTest, MakesAPlaceholderForAnUnknownClass) {
 }
 
 TEST_F(ChildReaderTest, MakesAPlaceholderForAClassThatIsNoObject) {
-    EXPECT_EQ(read(block("ArrayContainer", "a")), ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(read(childBlock("ArrayContainer", "a")), ErrorCode::ObjectNotCreated);
 
     EXPECT_EQ(root->getChild(0)->getClassName(), "FallbackObject");
 }
 
 TEST_F(ChildReaderTest, TellsAPlaceholderOfTheFactoryWhatItStandsFor) {
-    EXPECT_EQ(read(block("HostFallback", "h")), ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(read(childBlock("HostFallback", "h")), ErrorCode::ObjectNotCreated);
 
     const auto fallback = std::dynamic_pointer_cast<HostFallback>(root->getChild(0));
     ASSERT_NE(fallback, nullptr);
@@ -173,10 +163,10 @@ TEST_F(ChildReaderTest, TellsAPlaceholderOfTheFactoryWhatItStandsFor) {
 }
 
 TEST_F(ChildReaderTest, TakesAnUnknownClassThroughAWholeRound) {
-    const std::string text = block("Station", "s",
-                                   "\nFoo { 1 \"}\" }\nAttrContainer { \nAttr<int> { \nName "
-                                   "\"Count\"\nValue 5\n}\n}" +
-                                       block("Object", "inner"));
+    const std::string text = childBlock("Station", "s",
+                                        "\nFoo { 1 \"}\" }\nAttrContainer { \nAttr<int> { \nName "
+                                        "\"Count\"\nValue 5\n}\n}" +
+                                            childBlock("Object", "inner"));
     read(text);
     const auto second = Object::create();
     const std::string once = written(*root);
@@ -194,8 +184,8 @@ TEST_F(ChildReaderTest, TakesAnUnknownClassThroughAWholeRound) {
 // The words ahead of the body ---------------------------------------------------------------------
 
 TEST_F(ChildReaderTest, StoresTheVersionAheadOfTheBody) {
-    EXPECT_EQ(read(block("Versioned", "v",
-                         "\nMajorVersion 3\nMinorVersion 65535\nAttrContainer { \n}")),
+    EXPECT_EQ(read(childBlock("Versioned", "v",
+                              "\nMajorVersion 3\nMinorVersion 65535\nAttrContainer { \n}")),
               std::nullopt);
 
     const auto child = std::dynamic_pointer_cast<Versioned>(root->getChild(0));
@@ -205,13 +195,14 @@ TEST_F(ChildReaderTest, StoresTheVersionAheadOfTheBody) {
 }
 
 TEST_F(ChildReaderTest, ClampsAVersionToSixteenBits) {
-    EXPECT_EQ(read(block("Object", "v", "\nMajorVersion 70000\nAttrContainer { \n}")), std::nullopt);
+    EXPECT_EQ(read(childBlock("Object", "v", "\nMajorVersion 70000\nAttrContainer { \n}")),
+              std::nullopt);
 
     EXPECT_EQ(root->getChild(0)->getStoredClassVersion(), (ClassVersion{65535, 0}));
 }
 
 TEST_F(ChildReaderTest, StoresVersion0WhereTheBlockHasNone) {
-    EXPECT_EQ(read(block("Versioned", "v")), std::nullopt);
+    EXPECT_EQ(read(childBlock("Versioned", "v")), std::nullopt);
 
     const auto child = std::dynamic_pointer_cast<Versioned>(root->getChild(0));
     EXPECT_EQ(child->versionAtRead, (ClassVersion{0, 0}));
@@ -220,10 +211,11 @@ TEST_F(ChildReaderTest, StoresVersion0WhereTheBlockHasNone) {
 }
 
 TEST_F(ChildReaderTest, ConvertsTheOlderBinaryObject) {
-    EXPECT_EQ(read(block("GenericBinaryObject", "outside",
-                         "\nMajorVersion 2\nOldHead \"inside\"\nAttrContainer { \nAttr<String> { "
-                         "\nName \"MimeType\"\nValue \"image/png\"\n}\n}")),
-              std::nullopt);
+    EXPECT_EQ(
+        read(childBlock("GenericBinaryObject", "outside",
+                        "\nMajorVersion 2\nOldHead \"inside\"\nAttrContainer { \nAttr<String> { "
+                        "\nName \"MimeType\"\nValue \"image/png\"\n}\n}")),
+        std::nullopt);
 
     ASSERT_EQ(root->getNumChildren(), 1u);
     const auto binary = std::dynamic_pointer_cast<GenericBinaryObjectV2>(root->getChild(0));
@@ -234,8 +226,8 @@ TEST_F(ChildReaderTest, ConvertsTheOlderBinaryObject) {
 }
 
 TEST_F(ChildReaderTest, ConvertsTheOlderBinaryObjectByItsExactNameOnly) {
-    EXPECT_EQ(read(block("genericbinaryobject", "g")), ErrorCode::ObjectNotCreated);
-    EXPECT_EQ(read(block("GenericBinaryObjectV2", "h")), std::nullopt);
+    EXPECT_EQ(read(childBlock("genericbinaryobject", "g")), ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(read(childBlock("GenericBinaryObjectV2", "h")), std::nullopt);
 
     EXPECT_EQ(root->getChild(0)->getClassName(), "FallbackObject");
     EXPECT_EQ(root->getChild(1)->getClassName(), "GenericBinaryObjectV2");
@@ -249,108 +241,12 @@ TEST_F(ChildReaderTest, EndsWithTheInputInAnOlderBinaryObject) {
     }
 }
 
-// References --------------------------------------------------------------------------------------
-
-TEST_F(ChildReaderTest, RegistersAChildAheadOfItsBody) {
-    declare({7});
-
-    EXPECT_EQ(read(block("Object", "first",
-                         "\nInstanceID 7\nAttrContainer { \n}" +
-                             block("Object", "again", "\nInstanceID 7\nReferenceToShared"))),
-              std::nullopt);
-
-    EXPECT_EQ(dictionary->resolveReference(7), root->getChild(0));
-    EXPECT_EQ(root->getChild(0)->getNumChildren(), 0u);
-}
-
-TEST_F(ChildReaderTest, LeavesAnInstanceWithItsFirstParent) {
-    declare({7});
-
-    EXPECT_EQ(read(block("Object", "one",
-                         "\nAttrContainer { \n}" +
-                             block("Object", "shared", "\nInstanceID 7\nAttrContainer { \n}")) +
-                   block("Object", "two",
-                         "\nAttrContainer { \n}" +
-                             block("Object", "shared", "\nInstanceID 7\nReferenceToShared"))),
-              std::nullopt);
-
-    EXPECT_EQ(childNames(*root->getChild(0)), (Names{"shared"}));
-    EXPECT_EQ(root->getChild(1)->getNumChildren(), 0u);
-    EXPECT_EQ(dictionary->resolveReference(7), root->getChild(0)->getChild(0));
-}
-
-TEST_F(ChildReaderTest, AddsAnInstanceThatHasLostItsParent) {
-    declare({7});
-    const auto orphan = named("orphan");
-    dictionary->registerReference(7, orphan);
-
-    EXPECT_EQ(read(block("Object", "x", "\nInstanceID 7\nReferenceToShared")), std::nullopt);
-
-    EXPECT_EQ(root->getChild(0), orphan);
-    EXPECT_EQ(orphan->getName(), "orphan");
-}
-
-TEST_F(ChildReaderTest, SkipsAReferenceThatLeadsNowhereOrToSomethingElse) {
-    declare({7, 8});
-    dictionary->registerReference(8, AttrContainer::create());
-
-    for (const char* const key : {"7", "8", "9"})
-        EXPECT_EQ(read(block("Object", "x",
-                             "\nInstanceID " + std::string(key) + "\nReferenceToShared")),
-                  ErrorCode::ElementSkipped);
-    EXPECT_EQ(root->getNumChildren(), 0u);
-}
-
-TEST_F(ChildReaderTest, RefusesAReferenceWithoutADictionary) {
-    EXPECT_EQ(read(block("Object", "x", "\nInstanceID 7\nReferenceToShared")),
-              ErrorCode::ElementUnresolved);
-}
-
-TEST_F(ChildReaderTest, RefusesAReferenceWithoutAKey) {
-    declare({0, 7});
-
-    EXPECT_EQ(read(block("Object", "x", "\nReferenceToShared")), ErrorCode::ElementUnresolved);
-    EXPECT_EQ(read(block("Object", "x", "\nInstanceID 0\nReferenceToShared")),
-              ErrorCode::ElementUnresolved);
-}
-
-TEST_F(ChildReaderTest, ForgetsTheKeyBehindAReference) {
-    declare({7});
-
-    EXPECT_EQ(read(block("Object", "x", "\nInstanceID 7\nReferenceToShared\nReferenceToShared")),
-              ErrorCode::ElementUnresolved);
-}
-
-TEST_F(ChildReaderTest, MakesNoRingOfAFieldThatRefersToItself) {
-    declare({7});
-
-    // The object is a field of the root and has no parent, so that it could become its own child.
-    read("AttrContainer { \nSubContainer { \n\"Object\" \"f\"\nInstanceID 7\nAttrContainer { \n}" +
-         block("Object", "x", "\nInstanceID 7\nReferenceToShared") + "\n}\n}");
-
-    const auto field = std::dynamic_pointer_cast<Object>(root->getField("f").lock());
-    ASSERT_NE(field, nullptr);
-    EXPECT_EQ(field->getNumChildren(), 0u);
-    EXPECT_EQ(field->findRoot(), field);
-}
-
-TEST_F(ChildReaderTest, TakesAnyNumberForTheKeyOfAnInstance) {
-    const auto source = Object::create();
-    const auto shared = addNamed(*source, "shared");
-    const std::string id = std::to_string(shared->getInstanceIdentifier());
-    declare({shared->getInstanceIdentifier()});
-
-    EXPECT_EQ(read(block("Object", "shared", "\nInstanceID " + id + "\nAttrContainer { \n}")),
-              std::nullopt);
-
-    EXPECT_EQ(dictionary->resolveReference(shared->getInstanceIdentifier()), root->getChild(0));
-}
-
 // Results of a body -------------------------------------------------------------------------------
 
 TEST_F(ChildReaderTest, RemovesAChildWhoseBlockIsBroken) {
-    EXPECT_EQ(read(block("Object", "good") +
-                   block("Object", "bad", "\nAttrContainer { \nOdd 1\n}") + block("Object", "lost")),
+    EXPECT_EQ(read(childBlock("Object", "good") +
+                   childBlock("Object", "bad", "\nAttrContainer { \nOdd 1\n}") +
+                   childBlock("Object", "lost")),
               ErrorCode::ObjectBlockBroken);
 
     EXPECT_EQ(childNames(*root), (Names{"good"}));
@@ -359,8 +255,9 @@ TEST_F(ChildReaderTest, RemovesAChildWhoseBlockIsBroken) {
 TEST_F(ChildReaderTest, PutsAPlaceholderInThePlaceOfAChildWithAnUnknownAttributeType) {
     Answering::answer = ErrorCode::UnknownAttributeType;
 
-    EXPECT_EQ(read(block("Answering", "a",
-                         "\nAttrContainer { \nAttr<String> { \nName \"Event\"\nValue \"seen\"\n}\n}")),
+    EXPECT_EQ(read(childBlock(
+                  "Answering", "a",
+                  "\nAttrContainer { \nAttr<String> { \nName \"Event\"\nValue \"seen\"\n}\n}")),
               ErrorCode::ElementSkipped);
 
     ASSERT_EQ(root->getNumChildren(), 1u);
@@ -374,20 +271,21 @@ TEST_F(ChildReaderTest, PutsAPlaceholderInThePlaceOfAChildWithAnUnknownAttribute
 
 TEST_F(ChildReaderTest, LeavesNoTraceOfAChildThatIsNotMarked) {
     Answering::answer = ErrorCode::AttributeNotMarked;
-    declare({7});
+    context = resolving({7});
 
-    EXPECT_EQ(read(block("Answering", "a", "\nInstanceID 7\nAttrContainer { \n}") +
-                   block("Object", "b")),
+    EXPECT_EQ(read(childBlock("Answering", "a", "\nInstanceID 7\nAttrContainer { \n}") +
+                   childBlock("Object", "b")),
               std::nullopt);
 
     EXPECT_EQ(childNames(*root), (Names{"b"}));
-    EXPECT_EQ(dictionary->resolveReference(7), nullptr);
+    EXPECT_EQ(context->getReferenceDictionary()->resolveReference(7), nullptr);
 }
 
 TEST_F(ChildReaderTest, KeepsAChildWhoseBodyEndsInAnotherWarning) {
     Answering::answer = ErrorCode::ElementSkipped;
 
-    EXPECT_EQ(read(block("Answering", "a") + block("Object", "b")), ErrorCode::ElementSkipped);
+    EXPECT_EQ(read(childBlock("Answering", "a") + childBlock("Object", "b")),
+              ErrorCode::ElementSkipped);
 
     EXPECT_EQ(childNames(*root), (Names{"a", "b"}));
 }
@@ -395,7 +293,8 @@ TEST_F(ChildReaderTest, KeepsAChildWhoseBodyEndsInAnotherWarning) {
 TEST_F(ChildReaderTest, ReturnsAHardErrorOfABodyAndKeepsTheChild) {
     Answering::answer = ErrorCode::StreamFailed;
 
-    EXPECT_EQ(read(block("Answering", "a") + block("Object", "lost")), ErrorCode::StreamFailed);
+    EXPECT_EQ(read(childBlock("Answering", "a") + childBlock("Object", "lost")),
+              ErrorCode::StreamFailed);
 
     EXPECT_EQ(childNames(*root), (Names{"a"}));
 }
@@ -409,13 +308,13 @@ TEST_F(ChildReaderTest, LetsAHardErrorOfAPlaceholderWin) {
 TEST_F(ChildReaderTest, LogsEachChild) {
     const LogCapture log;
 
-    read(block("Point3d", "p", "\nAttrContainer { \n}" + block("Station", "s")));
+    read(childBlock("Point3d", "p", "\nAttrContainer { \n}" + childBlock("Station", "s")));
 
-    EXPECT_EQ(log.messages(8), (std::vector<std::string>{
-                                   "Object::readChild - p of type Point3d ...",
-                                   "Object::readChild - s of type Station ...",
-                                   "... Object::readChild - s of type Station done",
-                                   "... Object::readChild - p of type Point3d done"}));
+    EXPECT_EQ(log.messages(8),
+              (std::vector<std::string>{"Object::readChild - p of type Point3d ...",
+                                        "Object::readChild - s of type Station ...",
+                                        "... Object::readChild - s of type Station done",
+                                        "... Object::readChild - p of type Point3d done"}));
     for (const auto& record : log.records) {
         EXPECT_EQ(record.function == nullptr, record.level == 8) << record.message;
     }
@@ -425,7 +324,7 @@ TEST_F(ChildReaderTest, LogsTheEndOfAChildThatFailed) {
     Answering::answer = ErrorCode::StreamFailed;
     const LogCapture log;
 
-    read(block("Answering", "a"));
+    read(childBlock("Answering", "a"));
 
     EXPECT_EQ(log.messages(8).back(), "... Object::readChild - a of type Answering done");
 }

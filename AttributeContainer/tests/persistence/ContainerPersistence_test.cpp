@@ -2,10 +2,10 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include <AttributeContainer/ModelFormat.h>
-#include <AttributeContainer/SharedInstanceCollection.h>
 #include <AttributeContainer/UnknownAttrContainer.h>
 
 #include "support/Containers.h"
+#include "support/NamelessContainer.h"
 #include "support/Streams.h"
 
 #include <gtest/gtest.h>
@@ -28,18 +28,6 @@ std::shared_ptr<WriteContextBase> markedOnly() {
     const auto context = textContext();
     context->setWriteOnlyMarked(true);
     return context;
-}
-
-// A container that writes nothing of its own name.
-std::shared_ptr<AttrContainer> nameless() {
-    const auto container = AttrContainer::create();
-    const BlockObserver block;
-    container->name("");
-    return container;
-}
-
-std::string keyOf(const AttrContainer& container) {
-    return std::to_string(container.getInstanceIdentifier());
 }
 
 }  // namespace
@@ -319,83 +307,4 @@ Value "AttrContainer"
 }
 }
 })");
-}
-
-// Shared instances --------------------------------------------------------------------------------
-
-TEST(SharedWriting, WritesAFieldOnceAndRefersToItAfterwards) {
-    const auto container = nameless();
-    const auto field = nameless();
-    container->addField(field, "first", 0);
-    container->addField(field, "second", 0);
-    SharedInstanceCollection shared;
-    const auto context = textContext();
-    context->setSharedInstances(&shared);
-
-    const std::string text = written(*container, context);
-
-    EXPECT_EQ(text, R"(
-AttrContainer { 
-Attr<String> { 
-Name "Name"
-}
-SubContainer { 
-"AttrContainer" "first"
-InstanceID )" + keyOf(*field) + R"(
-AttrContainer { 
-Attr<String> { 
-Name "Name"
-}
-}
-}
-SubContainer { 
-"AttrContainer" "second"
-InstanceID )" + keyOf(*field) + R"(
-ReferenceToShared 
-}
-})");
-    EXPECT_TRUE(field->isSerialized());
-    EXPECT_FALSE(container->isSerialized());
-}
-
-TEST(SharedWriting, KeepsItsFlagsUntilTheHostClearsThem) {
-    const auto container = nameless();
-    const auto field = nameless();
-    container->addField(field, "only", 0);
-    SharedInstanceCollection shared;
-    const auto context = textContext();
-    context->setSharedInstances(&shared);
-
-    const std::string first = written(*container, context);
-    EXPECT_EQ(first.find("ReferenceToShared"), std::string::npos);
-    EXPECT_NE(written(*container, context).find("ReferenceToShared"), std::string::npos);
-    field->setIsSerialized(false);
-    EXPECT_EQ(written(*container, context), first);
-}
-
-TEST(SharedWriting, CollectsTheKeyWithTheFirstReferenceOnly) {
-    const auto container = nameless();
-    const auto once = nameless();
-    const auto twice = nameless();
-    container->addField(once, "once", 0);
-    container->addField(twice, "first", 0);
-    container->addField(twice, "second", 0);
-    SharedInstanceCollection shared;
-    const auto context = textContext();
-    context->setSharedInstances(&shared);
-
-    written(*container, context);
-
-    std::vector<std::uint64_t> keys;
-    shared.copyToVector(keys);
-    EXPECT_EQ(keys, std::vector<std::uint64_t>{twice->getInstanceIdentifier()});
-}
-
-TEST(SharedWriting, LooksAtNoFlagWithoutACollection) {
-    const auto container = nameless();
-    const auto field = nameless();
-    container->addField(field, "only", 0);
-    field->setIsSerialized(true);
-    EXPECT_EQ(written(*container).find("ReferenceToShared"), std::string::npos);
-    EXPECT_EQ(written(*container).find("InstanceID"), std::string::npos);
 }

@@ -3,6 +3,7 @@
 
 #include <AttributeContainer/ModelFormat.h>
 
+#include "support/BlockText.h"
 #include "support/Containers.h"
 #include "support/ObserverActors.h"
 #include "support/Streams.h"
@@ -88,6 +89,25 @@ TEST(ContainerReading, NotifiesOfItsChanges) {
     readText(*mark, inContainer("Attr<int> { \nName \"Count\"\nValue 5\n}\n"));
     EXPECT_EQ(counter->asked, 1);
     EXPECT_EQ(counter->told, 1);
+}
+
+TEST(ContainerReading, GoesOnWhereAnObserverReadsAStreamOfItsOwn) {
+    const auto mark = Mark::create();
+    const auto reader = watch<Actor>(mark->Attr_Count());
+    const auto other = Mark::create();
+    reader->after = [&](Observable&, Observer::Initiator&) {
+        std::istringstream in(containerBlock(attributeBlock("double", "Height", "2.5")));
+        EXPECT_EQ(codeOf(other->readFrom(in, std::make_shared<const ReadContextBase>())),
+                  std::nullopt);
+    };
+
+    EXPECT_EQ(readText(*mark, containerBlock(attributeBlock("int", "Count", "5") +
+                                             attributeBlock("String", "Label", "\"a\""))),
+              std::nullopt);
+
+    EXPECT_EQ(mark->Count(), 5);
+    EXPECT_EQ(mark->Label(), "a");
+    EXPECT_EQ(other->Height(), 2.5);
 }
 
 TEST(ContainerReading, KeepsItsNameWhereThatOfTheStreamIsInvalid) {

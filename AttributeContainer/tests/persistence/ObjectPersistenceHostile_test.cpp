@@ -3,33 +3,24 @@
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/Object.h>
 #include <AttributeContainer/Point3d.h>
-#include <AttributeContainer/ReferenceDictionary.h>
 
 #include "support/Containers.h"
 #include "support/ObjectText.h"
+#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <utility>
-#include <vector>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 namespace {
-
-// The keyword that the thread's next read finds on a stream of its own.
-std::string keywordOfNextRead() {
-    std::istringstream in("clean ");
-    return ModelInFormat(in).getKeyword().value_or("(none)");
-}
 
 std::string sampleText() {
     const auto root = named("root");
@@ -47,14 +38,9 @@ std::string sampleText() {
 
 void readAndWrite(const std::string& text) {
     const auto root = Object::create();
-    const auto context = std::make_shared<ReadContextBase>();
-    auto dictionary = std::make_unique<ReferenceDictionary>();
-    std::vector<std::uint64_t> keys{1, 2, 3};
-    dictionary->initializeFromVector(keys);
-    context->setReferenceDictionary(std::move(dictionary));
     bool isEndedHard = true;
     try {
-        const auto code = readText(*root, text, context);
+        const auto code = readText(*root, text, resolving({1, 2, 3}));
         isEndedHard = code && !isWarning(*code);
     } catch (const std::invalid_argument&) {
         // A malformed number.

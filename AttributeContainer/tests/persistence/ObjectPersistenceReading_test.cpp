@@ -6,6 +6,7 @@
 
 #include "support/Containers.h"
 #include "support/ObjectText.h"
+#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -19,16 +20,6 @@
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
-
-namespace {
-
-// The keyword that the thread's next read finds on a stream of its own.
-std::string keywordOfNextRead() {
-    std::istringstream in("clean ");
-    return ModelInFormat(in).getKeyword().value_or("(none)");
-}
-
-}  // namespace
 
 TEST(ObjectPersistenceReading, ReadsBackWhatItWrote) {
     const auto root = named("root");

@@ -5,6 +5,7 @@
 
 #include "support/Containers.h"
 #include "support/ObjectText.h"
+#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -242,8 +243,7 @@ TEST(ObjectPersistence, WritesAnInstanceOnceWhereInstancesAreShared) {
     const auto first = addNamed(*root, "first");
     const std::string id = "\nInstanceID " + std::to_string(first->getInstanceIdentifier());
     SharedInstanceCollection instances;
-    const auto context = std::make_shared<WriteContextBase>();
-    context->setSharedInstances(&instances);
+    const auto context = sharing(instances);
     std::vector<std::uint64_t> keys;
 
     EXPECT_EQ(written(*root, context),

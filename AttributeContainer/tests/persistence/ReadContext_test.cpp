@@ -2,25 +2,19 @@
 
 #include <AttributeContainer/ReferenceDictionary.h>
 
+#include "support/ContextFlags.h"
+
 #include <gtest/gtest.h>
 
 #include <type_traits>
+#include <vector>
 
 using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Getter = bool (ReadContextBase::*)() const;
-using Setter = void (ReadContextBase::*)(bool);
-
-struct Flag {
-    const char* name;
-    Getter get;
-    Setter set;
-    bool defaultValue;
-};
-
-const Flag flags[] = {
+const std::vector<ContextFlag<ReadContextBase>> flags{
     {"readDemandData", &ReadContextBase::readDemandData, &ReadContextBase::setReadDemandData,
      false},
     {"readMarked", &ReadContextBase::readMarked, &ReadContextBase::setReadMarked, false},
@@ -47,7 +41,7 @@ TEST(ReadContext, BeginsWithItsDefaults) {
     EXPECT_EQ(context.getFormat(), 0);
     EXPECT_EQ(context.getMaxDepth(), 1000U);
     EXPECT_EQ(context.getReferenceDictionary(), nullptr);
-    for (const auto& flag : flags) EXPECT_EQ((context.*flag.get)(), flag.defaultValue) << flag.name;
+    expectDefaults(context, flags);
 }
 
 TEST(ReadContext, AcceptsUnknownContainersByDefault) {
@@ -55,17 +49,7 @@ TEST(ReadContext, AcceptsUnknownContainersByDefault) {
 }
 
 TEST(ReadContext, ChangesEachFlagAlone) {
-    for (const auto& changed : flags) {
-        ReadContextBase context;
-        (context.*changed.set)(!changed.defaultValue);
-        for (const auto& flag : flags) {
-            const bool isChanged = flag.get == changed.get;
-            EXPECT_EQ((context.*flag.get)(), flag.defaultValue != isChanged)
-                << flag.name << " after setting " << changed.name;
-        }
-        (context.*changed.set)(changed.defaultValue);
-        EXPECT_EQ((context.*changed.get)(), changed.defaultValue) << changed.name;
-    }
+    expectThatEachChangesAlone(flags);
 }
 
 TEST(ReadContext, KeepsTheFormAndTheDepthThatAreSet) {

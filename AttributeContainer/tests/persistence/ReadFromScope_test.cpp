@@ -2,6 +2,8 @@
 
 #include <AttributeContainer/ModelFormat.h>
 
+#include "support/StreamContexts.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -9,17 +11,7 @@
 #include <type_traits>
 
 using namespace QOR::AttributeContainer;
-
-namespace {
-
-// The keyword that the thread's next read finds on a stream of its own.
-std::string keywordOfNextRead() {
-    std::istringstream in("clean ");
-    ReadFromScope scope(in);
-    return scope.getImf().getKeyword().value_or("(none)");
-}
-
-}  // namespace
+using namespace QOR::AttributeContainer::Testing;
 
 TEST(ReadFromScope, BuildsADefaultContextWhereNoneIsGiven) {
     std::istringstream in("");

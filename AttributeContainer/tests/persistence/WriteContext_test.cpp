@@ -3,25 +3,19 @@
 #include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
 
+#include "support/ContextFlags.h"
+
 #include <gtest/gtest.h>
 
 #include <type_traits>
+#include <vector>
 
 using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Getter = bool (WriteContextBase::*)() const;
-using Setter = void (WriteContextBase::*)(bool);
-
-struct Flag {
-    const char* name;
-    Getter get;
-    Setter set;
-    bool defaultValue;
-};
-
-const Flag flags[] = {
+const std::vector<ContextFlag<WriteContextBase>> flags{
     {"writeOnlyMarked", &WriteContextBase::writeOnlyMarked, &WriteContextBase::setWriteOnlyMarked,
      false},
     {"writeOnlyMarkedObjects", &WriteContextBase::writeOnlyMarkedObjects,
@@ -44,7 +38,7 @@ TEST(WriteContext, BeginsWithChildrenAndFieldsAndNothingElse) {
     const WriteContextBase context(0);
     EXPECT_EQ(context.getFormat(), 0);
     EXPECT_EQ(context.getSharedInstances(), nullptr);
-    for (const auto& flag : flags) EXPECT_EQ((context.*flag.get)(), flag.defaultValue) << flag.name;
+    expectDefaults(context, flags);
 }
 
 TEST(WriteContext, TakesItsFormWhenItIsMade) {
@@ -53,17 +47,7 @@ TEST(WriteContext, TakesItsFormWhenItIsMade) {
 }
 
 TEST(WriteContext, ChangesEachFlagAlone) {
-    for (const auto& changed : flags) {
-        WriteContextBase context;
-        (context.*changed.set)(!changed.defaultValue);
-        for (const auto& flag : flags) {
-            const bool isChanged = flag.get == changed.get;
-            EXPECT_EQ((context.*flag.get)(), flag.defaultValue != isChanged)
-                << flag.name << " after setting " << changed.name;
-        }
-        (context.*changed.set)(changed.defaultValue);
-        EXPECT_EQ((context.*changed.get)(), changed.defaultValue) << changed.name;
-    }
+    expectThatEachChangesAlone(flags);
 }
 
 TEST(WriteContext, KeepsTheFormThatIsSet) {

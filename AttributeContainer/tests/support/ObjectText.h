@@ -5,8 +5,8 @@
 
 namespace QOR::AttributeContainer::Testing {
 
-/// The body of a plain object of that name.
-inline std::string body(const std::string& name) {
+/// The body of a plain object of that name, with the blocks of further attributes.
+inline std::string body(const std::string& name, const std::string& further = {}) {
     return "\nAttrContainer { "
            "\nAttr<String> { \nName \"Name\"\nValue \"" +
            name +
@@ -15,8 +15,8 @@ inline std::string body(const std::string& name) {
            "\nAttr<String> { \nName \"Event\"\n}"
            "\nAttr<uint16_t> { \nName \"MajorVersion\"\n}"
            "\nAttr<uint16_t> { \nName \"MinorVersion\"\n}"
-           "\nAttr<Uuid> { \nName \"UUID\"\n}"
-           "\n}";
+           "\nAttr<Uuid> { \nName \"UUID\"\n}" +
+           further + "\n}";
 }
 
 /// A child block with such an object, and what is below it.
