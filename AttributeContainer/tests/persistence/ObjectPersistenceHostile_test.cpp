@@ -1,21 +1,20 @@
 // What is left behind by streams that are cut off, changed or nested without end.
 #include <AttributeContainer/FallbackObject.h>
-#include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/Object.h>
 #include <AttributeContainer/Point3d.h>
 
 #include "support/Containers.h"
+#include "support/HostileStreams.h"
 #include "support/ObjectText.h"
-#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
-#include <sstream>
-#include <stdexcept>
 #include <string>
+#include <vector>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
@@ -36,39 +35,16 @@ std::string sampleText() {
     return text;
 }
 
-void readAndWrite(const std::string& text) {
-    const auto root = Object::create();
-    bool isEndedHard = true;
-    try {
-        const auto code = readText(*root, text, resolving({1, 2, 3}));
-        isEndedHard = code && !isWarning(*code);
-    } catch (const std::invalid_argument&) {
-        // A malformed number.
-    }
-    if (isEndedHard) {
-        EXPECT_EQ(keywordOfNextRead(), "clean") << text;
-    }
-    std::ostringstream out;
-    EXPECT_EQ(codeOf(root->writeTo(out, std::make_shared<const WriteContextBase>())), std::nullopt);
-}
+const std::vector<std::uint64_t> keys{1, 2, 3};
 
 }  // namespace
 
 TEST(ObjectPersistenceHostile, LeavesATreeThatCanBeWrittenWhereverTheStreamIsCut) {
-    const std::string text = sampleText();
-
-    for (std::size_t size = 0; size < text.size(); ++size) readAndWrite(text.substr(0, size));
+    cutEverywhere<Object>(sampleText(), keys);
 }
 
 TEST(ObjectPersistenceHostile, LeavesATreeThatCanBeWrittenWhateverByteIsChanged) {
-    const std::string text = sampleText();
-
-    for (std::size_t at = 0; at < text.size(); ++at)
-        for (const char byte : {'}', '{', '"', ' ', '9'}) {
-            std::string changed = text;
-            changed[at] = byte;
-            readAndWrite(changed);
-        }
+    changeEverywhere<Object>(sampleText(), "}{\" 9", keys);
 }
 
 TEST(ObjectPersistenceHostile, RefusesAHundredThousandLevels) {
@@ -90,7 +66,7 @@ TEST(ObjectPersistenceHostile, CannotNestBlocksOfUnknownAndKnownClassesWithoutEn
                 "\" \"c\" AttrContainer { } ";
     for (int i = 0; i < 20000; ++i) text += "} ";
 
-    readAndWrite(text);
+    readAndWriteHostile<Object>(text, keys);
 }
 
 TEST(ObjectPersistenceHostile, CannotMakeEachSearchForANameBeginAnew) {
