@@ -83,7 +83,7 @@ public:
     void assignFrom(const std::string& text);
     /// The value as text, as `assignFrom` takes it.
     virtual std::string getValueString() const;
-    /// Reads the value alone and sets it.
+    /// Reads the value alone and sets it. \throws std::invalid_argument at a malformed number.
     virtual void readValueFrom(std::istream& stream,
                                std::shared_ptr<const ReadContextBase> context);
     /// The container that holds this attribute; empty for a free one.
