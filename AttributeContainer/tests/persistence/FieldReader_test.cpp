@@ -160,7 +160,7 @@ TEST(FieldReading, TakesTheFirstOfThreeMakersThatGivesAField) {
 TEST(FieldReading, LogsNothingOfAnUnknownClassThatTheLastMakerKnows) {
     const LogCapture log;
     const auto mapped = Mapped::create();
-    mapped->last = Testing::Mark::create();
+    mapped->last = AttributeContainer::Testing::Mark::create();
     EXPECT_EQ(readText(*mapped, field("Nobody", "new")), std::nullopt);
     EXPECT_EQ(mapped->getField("new").lock(), mapped->last);
     EXPECT_TRUE(log.messages(3).empty());
@@ -215,7 +215,7 @@ TEST(FieldReading, AddsAFieldWhoseTokenLiesOutsideOfTheList) {
 
 TEST(FieldReading, AttachesTheFieldBehindAHandle) {
     const auto mapped = Mapped::create();
-    const auto mark = Testing::Mark::create();
+    const auto mark = AttributeContainer::Testing::Mark::create();
     mapped->behindHandle = mark;
     EXPECT_EQ(readText(*mapped, field("Mark", "Mark", "\nFieldHandle -3 4 ")), std::nullopt);
     EXPECT_EQ(mapped->Mark().lock(), mark);
