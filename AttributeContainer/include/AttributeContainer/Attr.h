@@ -104,6 +104,11 @@ protected:
     std::uint64_t getToken(const Attribute& attribute) const;
 
     ContainerLink location;
+
+private:
+    friend class CustAttrList;  // finds the attribute by it, without a search
+
+    std::uint64_t slot = 0;  // where it stands in its list; a guess, since two lists can hold it
 };
 
 /// An attribute that a container class declares in its table.

@@ -6,7 +6,12 @@
 #include <AttributeContainer/ActionToken.h>
 #include <AttributeContainer/ArrayContainer.h>
 #include <AttributeContainer/Attr.h>
+#include <AttributeContainer/AttrContComparer.h>
+#include <AttributeContainer/AttrContComparerKeepDiffs.h>
+#include <AttributeContainer/AttrContComparerMarkDiffs.h>
 #include <AttributeContainer/AttrContInfoSetter.h>
+#include <AttributeContainer/AttrContMerger.h>
+#include <AttributeContainer/AttrCopyVisitor.h>
 #include <AttributeContainer/AttrCountMarkedVisitor.h>
 #include <AttributeContainer/AttrDefinition.h>
 #include <AttributeContainer/AttrList.h>
@@ -50,6 +55,7 @@
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/ReferenceDictionary.h>
+#include <AttributeContainer/SetAttrMarksVisitor.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
 #include <AttributeContainer/Transform.h>
 #include <AttributeContainer/UnknownAttrContainer.h>

@@ -16,7 +16,8 @@ public:
     explicit CustAttrList(std::uint64_t firstToken);
     ~CustAttrList() override;
 
-    using GenAttrList<Attribute>::getToken;
+    /// Costs no search for a custom attribute that is here, unless another list holds it as well.
+    std::uint64_t getToken(const Attribute& attribute) const override;
     /// \return an empty pointer when the name is taken. An empty name is no name.
     std::weak_ptr<Attribute> addElement(std::shared_ptr<Attribute>& attribute,
                                         const std::string& name) override;
@@ -30,6 +31,8 @@ public:
     virtual std::optional<std::string> getElementName(std::uint64_t token) const;
 
 private:
+    void noteSlot(std::uint64_t token);
+
     DataStructures::KeyTable names;
 };
 

@@ -51,6 +51,17 @@ public:
     using CreateType = AttributeContainer::CreateType;
     static constexpr std::uint64_t noToken = ~std::uint64_t{0};
 
+    /// Chooses, by token, the attributes that `isEqualTo` looks at.
+    class QOR_API CompareSelectTokens {
+    public:
+        virtual bool includesAll() const = 0;
+        /// Asked where not all are included.
+        virtual bool includes(std::uint64_t token) const = 0;
+        /// Asked for what is included, and has the last word.
+        virtual bool excludes(std::uint64_t token) const = 0;
+        virtual ~CompareSelectTokens();
+    };
+
     /// The marks of a container.
     struct Flags {
         static constexpr std::uint16_t isSerialized = 1;
@@ -87,6 +98,15 @@ public:
                                                                  std::uint64_t* token);
     virtual std::shared_ptr<AttrContainer> checkCreateDefaultChildField(
         const std::string& typeName, const std::string& name, std::uint64_t* token);
+
+    /// Whether the attributes of this container equal those of `other` at the same tokens, with no
+    /// tolerance. Fields and children play no part; neither does what only `other` has, unless
+    /// both pointers are null: then unlike numbers of attributes are a difference.
+    /// \param differing receives the tokens at which the two differ; null for who wants the first
+    /// difference alone.
+    /// \param select chooses the attributes; null for all.
+    virtual bool isEqualTo(const AttrContainer& other, std::vector<std::uint64_t>* differing,
+                           const CompareSelectTokens* select) const;
 
     // Walks. ---------------------------------------------------------------------------------------
     /// Walks over this container and its fields. The two low bits of `mode` tell where the

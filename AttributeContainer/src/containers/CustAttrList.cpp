@@ -13,7 +13,9 @@ CustAttrList::~CustAttrList() = default;
 std::weak_ptr<Attribute> CustAttrList::addElement(std::shared_ptr<Attribute>& attribute,
                                                   const std::string& name) {
     if (!name.empty() && !names.addEntry(getFirstToken() + size(), name)) return {};
-    return GenAttrList<Attribute>::addElement(attribute, name);
+    auto added = GenAttrList<Attribute>::addElement(attribute, name);
+    noteSlot(lastToken());
+    return added;
 }
 
 bool CustAttrList::setElement(std::uint64_t token, std::shared_ptr<Attribute>& attribute,
@@ -29,6 +31,7 @@ bool CustAttrList::setElement(std::uint64_t token, std::shared_ptr<Attribute>& a
     }
     if (!name.empty()) names.addEntry(token, name);
     slot(token) = attribute;
+    noteSlot(token);
     return true;
 }
 
@@ -44,9 +47,27 @@ bool CustAttrList::rmElement(std::uint64_t token, bool) {
             names.addEntry(token, *lastName);
         }
         slot(token) = std::move(slot(last));
+        noteSlot(token);
     }
     elements.pop_back();
     return true;
+}
+
+std::uint64_t CustAttrList::getToken(const Attribute& attribute) const {
+    const auto* const custom = dynamic_cast<const CustomAttribute*>(&attribute);
+    if (custom && custom->slot < size() && elements[custom->slot].get() == &attribute)
+        return getFirstToken() + custom->slot;
+    return GenAttrList<Attribute>::getToken(attribute);
+}
+
+// Of two slots with the same attribute the first one noted stays, as long as it holds it.
+void CustAttrList::noteSlot(std::uint64_t token) {
+    const auto& element = slot(token);
+    auto* const custom = dynamic_cast<CustomAttribute*>(element.get());
+    if (!custom) return;
+    const std::uint64_t index = token - getFirstToken();
+    const bool isNoted = custom->slot < size() && elements[custom->slot] == element;
+    if (!isNoted || index < custom->slot) custom->slot = index;
 }
 
 std::uint64_t CustAttrList::getToken(const std::string& name) const {

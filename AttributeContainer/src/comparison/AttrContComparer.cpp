@@ -1,0 +1,133 @@
+#include <AttributeContainer/AttrContComparer.h>
+
+#include "comparison/FieldNames.h"
+#include "comparison/Tolerance.h"
+#include "comparison/TokenSet.h"
+
+#include <typeinfo>
+
+namespace QOR::AttributeContainer {
+
+AttrContComparer::AttrContComparer(int categories, int compareMode)
+    : categories(categories), compareMode(compareMode) {}
+
+std::uint64_t AttrContComparer::compare(const AttrContainer& first,
+                                        const AttrContainer& second) const {
+    reset();
+    return runComparison(first, second);
+}
+
+void AttrContComparer::reset() const {
+    fieldStack.clear();
+}
+
+void AttrContComparer::enterField(OptionalContainer field) const {
+    fieldStack.push_back(field);
+}
+
+void AttrContComparer::exitField(OptionalContainer) const {
+    if (!fieldStack.empty()) fieldStack.pop_back();
+}
+
+std::uint64_t AttrContComparer::handleAttributes(const Attribute* first,
+                                                 const Attribute* second) const {
+    if ((compareMode & withTolerance) == 0) return 1;
+    // Null is not caught: a tolerance is for trees of like shape.
+    if (typeid(*first) != typeid(*second)) return 1;
+    return isWithinTolerance(*first, *second) ? 0 : 1;
+}
+
+std::uint64_t AttrContComparer::runComparison(OptionalContainer first,
+                                              OptionalContainer second) const {
+    if (!first) {
+        if (!second || (compareMode & ignoreOnlyInSecond) != 0) return 0;
+        return addAttributes(second, true);
+    }
+    if (!second) return (compareMode & ignoreOnlyInFirst) != 0 ? 0 : addAttributes(first, false);
+    const std::uint64_t numDifferences = compareAttributes(*first, *second);
+    return numDifferences + compareFields(*first, *second);
+}
+
+std::uint64_t AttrContComparer::addAttributes(OptionalContainer container, bool isSecond) const {
+    if (!container) return 0;
+    const AttrContainer& from = *container;
+    std::uint64_t numDifferences = 0;
+    for (std::uint64_t token = 0; token < from.getNumAttributes(); ++token) {
+        if (!isActive(from, token)) continue;
+        const auto attribute = from.getAttribute(token).lock();
+        if (!attribute) continue;
+        numDifferences += isSecond ? handleAttributes(nullptr, attribute.get())
+                                   : handleAttributes(attribute.get(), nullptr);
+    }
+    for (std::uint64_t token = 0; token < from.getNumFields(); ++token) {
+        const auto field = from.getField(token).lock();
+        const auto entered = asOptional(field.get());
+        enterField(entered);
+        numDifferences += addAttributes(entered, isSecond);
+        exitField(entered);
+    }
+    return numDifferences;
+}
+
+std::uint64_t AttrContComparer::compareAttributes(const AttrContainer& first,
+                                                  const AttrContainer& second) const {
+    std::uint64_t numDifferences = 0;
+    TokenSet matched;
+    for (std::uint64_t token = 0; token < first.getNumAttributes(); ++token) {
+        const auto a = first.getAttribute(token).lock();
+        if (!a) continue;
+        const std::uint64_t counterpart = second.getAttrToken(a->getName());
+        const auto b = second.getAttribute(counterpart).lock();
+        if (!b) {
+            if ((compareMode & ignoreOnlyInFirst) == 0 && isActive(first, token))
+                numDifferences += handleAttributes(a.get(), nullptr);
+            continue;
+        }
+        matched.insert(counterpart);
+        // The second one's category is that of its attribute at the same token, which is another
+        // than `b` where the two are of unlike shape: what has ever been counted stays so.
+        if (!isActive(first, token) && !isActive(second, token)) continue;
+        if (*a != *b) numDifferences += handleAttributes(a.get(), b.get());
+    }
+    const std::uint64_t numInSecond = second.getNumAttributes();
+    if ((compareMode & ignoreOnlyInSecond) != 0 || matched.size() == numInSecond)
+        return numDifferences;
+    for (std::uint64_t token = 0; token < numInSecond; ++token) {
+        if (matched.contains(token) || !isActive(second, token)) continue;
+        const auto b = second.getAttribute(token).lock();
+        if (b) numDifferences += handleAttributes(nullptr, b.get());
+    }
+    return numDifferences;
+}
+
+std::uint64_t AttrContComparer::compareFields(const AttrContainer& first,
+                                              const AttrContainer& second) const {
+    std::uint64_t numDifferences = 0;
+    const std::uint64_t numInFirst = first.getNumFields();
+    for (std::uint64_t token = 0; token < numInFirst; ++token) {
+        const auto field = first.getField(token).lock();
+        const auto entered = asOptional(field.get());
+        enterField(entered);
+        const auto counterpart =
+            second.getField(second.getFieldToken(fieldNameAt(first, token, field.get()))).lock();
+        numDifferences += runComparison(entered, asOptional(counterpart.get()));
+        exitField(entered);
+    }
+    if ((compareMode & ignoreOnlyInSecond) != 0) return numDifferences;
+    // By place and not by name, unlike attributes: what the second one has alone is reached behind
+    // the length of the first list only. Counts that are known to hosts rely on it.
+    for (std::uint64_t token = numInFirst; token < second.getNumFields(); ++token) {
+        const auto field = second.getField(token).lock();
+        const auto entered = asOptional(field.get());
+        enterField(entered);
+        numDifferences += runComparison(std::nullopt, entered);
+        exitField(entered);
+    }
+    return numDifferences;
+}
+
+bool AttrContComparer::isActive(const AttrContainer& container, std::uint64_t token) const {
+    return (container.getAttrCategory(token) & categories) != 0;
+}
+
+}  // namespace QOR::AttributeContainer
