@@ -1,7 +1,7 @@
 // An observer that writes down what it is told in a merge.
 #pragma once
 
-#include <AttributeContainer/Observer.h>
+#include <AttributeContainer/kVAttrContainer.h>
 
 #include <cstdint>
 #include <functional>

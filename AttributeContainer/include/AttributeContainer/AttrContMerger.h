@@ -45,7 +45,7 @@ public:
     /// blocks them ends a `BlockObserver` of the caller at its first assignment.
     /// \param result may be null.
     /// \throws std::invalid_argument where the type of an attribute is not that of the source's and
-    /// the source's text is no number; what was merged before stays.
+    /// the source's text is a malformed number; what was merged before stays.
     static void merge(AttrContainer& target, const AttrContainer& source, unsigned int flags,
                       Result* result);
 

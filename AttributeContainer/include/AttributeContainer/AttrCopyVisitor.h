@@ -29,7 +29,7 @@ public:
     using AttributeVisitor::visit;
     /// Finds the counterpart of a container. \return Skip where there is none.
     VisitResult visit(AttrContainer& source) override;
-    /// \throws std::invalid_argument for a text that makes no number, where the types differ.
+    /// \throws std::invalid_argument for the text of a malformed number, where the types differ.
     VisitResult visit(Attribute& source) override;
 
 private:

@@ -125,7 +125,7 @@ TEST_F(AttrContMergerFields, GoByTheirOwnNameWhereTheirSlotHasNone) {
     const auto unnamed = [](AttrContainer& container, int gain) {
         const auto field = AttrContainer::create();
         addCustom(*field, "Gain", gain);
-        [[maybe_unused]] const BlockObserver block;
+        const BlockObserver noGuard;  // no name that a container would take
         field->name("");
         EXPECT_TRUE(container.addField(field, "", AddFlags::SkipNameTest));
         field->name("Lens");
@@ -135,7 +135,8 @@ TEST_F(AttrContMergerFields, GoByTheirOwnNameWhereTheirSlotHasNone) {
     const auto lens = addNamedField(*target, "Lens");
     lens->name("Lens");
     const auto gain = addCustom(*lens, "Gain", 1);
-    EXPECT_EQ(merge(), (Counters{.changed = 1, .unchanged = 2}));
+    EXPECT_EQ(merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE),
+              (Counters{.changed = 1, .unchanged = 2}));
     EXPECT_EQ(gain->get(), 2);
 }
 

@@ -79,7 +79,7 @@ TEST_F(AttrContMergerObservers, SeeAllNewValuesWithFlagSixteen) {
     addNamedField(*source, "Lens");
     addCustom(*target, "Gone", 1);
     bool sawAll = false;
-    ofSame->after = [&](Observable&, Initiator&) {
+    ofSame->after = [&](Observable&, auto&&) {
         sawAll = gain->get() == 2 && !target->getAttribute("Added").expired() &&
                  !target->getField("Lens").expired() && target->getAttribute("Gone").expired();
     };
@@ -93,7 +93,7 @@ TEST_F(AttrContMergerObservers, SeeAllNewValuesWithFlagSixteen) {
 
 TEST_F(AttrContMergerObservers, AreToldInTheOrderOfTheSource) {
     Names order;
-    ofSame->after = [&](Observable& changed, Initiator&) { order.push_back(changed.getName()); };
+    ofSame->after = [&](Observable& changed, auto&&) { order.push_back(changed.getName()); };
     ofGain->after = ofSame->after;
     source->rmAttribute("Same");
     addCustom(*source, "Same", 1);
@@ -123,7 +123,7 @@ TEST_F(AttrContMergerObservers, OfFieldsAreToldWithTheOthersAtTheEnd) {
     const auto inner = addCustom(*addNamedField(*target, "Lens"), "Width", 1);
     addCustom(*addNamedField(*source, "Lens"), "Width", 2);
     int seen = 0;
-    ofGain->after = [&](Observable&, Initiator&) { seen = inner->get(); };
+    ofGain->after = [&](Observable&, auto&&) { seen = inner->get(); };
     merge(after);
     EXPECT_EQ(seen, 2);
 }
@@ -143,14 +143,14 @@ TEST_F(AttrContMergerObservers, OfAnAttributeThatWasReachedTwiceAreToldTwice) {
 TEST_F(AttrContMergerObservers, MayEndAnAttributeWhoseTurnIsToCome) {
     std::weak_ptr<Attribute> ending = gain;
     gain.reset();
-    ofSame->after = [&](Observable&, Initiator&) { target->rmAttribute("Gain"); };
+    ofSame->after = [&](Observable&, auto&&) { target->rmAttribute("Gain"); };
     merge(after);
     EXPECT_TRUE(ending.expired());
     EXPECT_EQ(ofGain->told, 0);
 }
 
 TEST_F(AttrContMergerObservers, MayTakeAttributesAwayWhileTheMergeRuns) {
-    ofSame->after = [&](Observable&, Initiator&) {
+    ofSame->after = [&](Observable&, auto&&) {
         source->rmAttribute("Gain");
         target->rmAttribute("Gain");
         target->rmAttribute("Same");

@@ -36,7 +36,7 @@ std::vector<int> gainsOf(AttrContainer& root) {
 }
 using Gains = std::vector<int>;
 
-VisitorCore::VisitResult copy(AttrContainer& source, AttrContainer& target,
+VisitorCore::VisitResult copyInto(AttrContainer& source, AttrContainer& target,
                               unsigned maxLevel = allLevels) {
     AttrCopyVisitor visitor(target, maxLevel);
     return source.attributeVisitor(visitor, true);
@@ -55,19 +55,19 @@ TEST(AttrCopyVisitor, BeginsAtTheTopAndCopiesAllWhetherMarkedOrNot) {
 
 TEST(AttrCopyVisitor, CopiesTheValuesOfATreeIntoAnother) {
     const auto target = makeChain(1);
-    EXPECT_EQ(copy(*makeChain(2), *target), VisitorCore::Continue);
+    EXPECT_EQ(copyInto(*makeChain(2), *target), VisitorCore::Continue);
     EXPECT_EQ(gainsOf(*target), (Gains{2, 2, 2}));
 }
 
 TEST(AttrCopyVisitor, CopiesNoFurtherDownThanItsLastLevel) {
     const auto target = makeChain(1);
-    copy(*makeChain(2), *target, 1);
+    copyInto(*makeChain(2), *target, 1);
     EXPECT_EQ(gainsOf(*target), (Gains{2, 2, 1}));
 }
 
 TEST(AttrCopyVisitor, ReachesOnlyTheStartWithLevelZero) {
     const auto target = makeChain(1);
-    copy(*makeChain(2), *target, 0);
+    copyInto(*makeChain(2), *target, 0);
     EXPECT_EQ(gainsOf(*target), (Gains{2, 1, 1}));
 }
 
@@ -93,7 +93,7 @@ TEST(AttrCopyVisitor, LeavesTheSubtreeOfAMissingFieldOutAndCopiesItsSiblings) {
     addCustom(*addNamedField(*source->Top().lock(), "Lamp"), "Gain", 1);
     source->Bottom().lock()->Height(5);
     target->setField(Pole::TopField, nullptr);
-    EXPECT_EQ(copy(*source, *target), 4);
+    EXPECT_EQ(copyInto(*source, *target), 4);
     EXPECT_EQ(target->Mark().lock()->Height(), 3);
     EXPECT_EQ(target->Bottom().lock()->Height(), 5);
 }
@@ -102,7 +102,7 @@ TEST(AttrCopyVisitor, SkipsAnAttributeWithoutCounterpart) {
     const auto source = makeChain(2);
     const auto target = makeChain(1);
     addCustom(*source, "Extra", 1);
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(target->getNumAttributes(), 2u);
     EXPECT_EQ(gainsOf(*target), (Gains{2, 2, 2}));
 }
@@ -112,7 +112,7 @@ TEST(AttrCopyVisitor, PairsByTokenWhateverTheNames) {
     const auto target = AttrContainer::create();
     addCustom(*source, "A", 1);
     const auto other = addCustom(*target, "B", 2);
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(other->get(), 1);
 }
 
@@ -123,7 +123,7 @@ TEST(AttrCopyVisitor, FindsDeclaredAndCustomAttributes) {
     source->Count(9);
     addCustom(*source, "Gain", 5);
     const auto gain = addCustom(*target, "Gain", 1);
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(target->Label(), "tall");
     EXPECT_EQ(target->Count(), 9);
     EXPECT_EQ(gain->get(), 5);
@@ -136,17 +136,17 @@ TEST(AttrCopyVisitor, ConvertsUnlikeTypesThroughText) {
     addCustom(*source, "B", 2.5);
     const auto a = addCustom<std::string>(*target, "A", "");
     const auto b = addCustom(*target, "B", 0.0);
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(a->get(), "12");
     EXPECT_EQ(b->get(), 2.5);
 }
 
-TEST(AttrCopyVisitor, ThrowsForATextThatMakesNoNumber) {
+TEST(AttrCopyVisitor, ThrowsForTheTextOfAMalformedNumber) {
     const auto source = AttrContainer::create();
     const auto target = AttrContainer::create();
-    addCustom<std::string>(*source, "A", "much");
+    addCustom<std::string>(*source, "A", "1e");
     addCustom(*target, "A", 1.5);
-    EXPECT_THROW(copy(*source, *target), std::invalid_argument);
+    EXPECT_THROW(copyInto(*source, *target), std::invalid_argument);
 }
 
 TEST(AttrCopyVisitor, AsksAndTellsTheObserversOfTheTarget) {
@@ -154,7 +154,7 @@ TEST(AttrCopyVisitor, AsksAndTellsTheObserversOfTheTarget) {
     const auto target = AttrContainer::create();
     addCustom(*source, "Gain", 1);
     const auto observer = watch(*addCustom(*target, "Gain", 1));
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(observer->asked, 1);
     EXPECT_EQ(observer->told, 1);
 }
@@ -175,7 +175,7 @@ TEST(AttrCopyVisitor, GoesByTheFirstSlotOfAFieldThatStandsInTwo) {
     addCustom(*shared, "Gain", 5);
     const auto first = addCustom(*addNamedField(*target, "A"), "Gain", 1);
     const auto second = addCustom(*addNamedField(*target, "B"), "Gain", 1);
-    copy(*source, *target);
+    copyInto(*source, *target);
     EXPECT_EQ(first->get(), 5);
     EXPECT_EQ(second->get(), 1);
 }
@@ -190,8 +190,8 @@ TEST(AttrCopyVisitor, KeepsToThePairsWhereAnObserverChangesTheSource) {
     const auto gain = target->getField("A").lock()->getAttribute("Gain").lock();
     const auto observer = watch<Actor>(*gain);
     // The last one, "C", takes over the slot of "B".
-    observer->after = [&](Observable&, Initiator&) { source->rmField("B"); };
-    copy(*source, *target);
+    observer->after = [&](Observable&, auto&&) { source->rmField("B"); };
+    copyInto(*source, *target);
     EXPECT_EQ(gainOf(*target->getField("B").lock()), 5);
     EXPECT_EQ(gainOf(*target->getField("C").lock()), 1);
 }

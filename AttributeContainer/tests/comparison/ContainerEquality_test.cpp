@@ -36,7 +36,8 @@ struct ContainerEquality : testing::Test {
     bool isEqual() const { return a->isEqualTo(*b, nullptr, nullptr); }
     Tokens differing(const AttrContainer::CompareSelectTokens* select = nullptr) const {
         Tokens tokens;
-        EXPECT_EQ(a->isEqualTo(*b, &tokens, select), tokens.empty());
+        const bool isEqualThere = a->isEqualTo(*b, &tokens, select);
+        EXPECT_EQ(isEqualThere, tokens.empty());
         return tokens;
     }
 

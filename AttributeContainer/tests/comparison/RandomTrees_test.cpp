@@ -95,7 +95,8 @@ bool isJustified(const AttrContainer* first, const AttrContainer* second, const 
 
 void checkMismatches(const AttrContainer& first, const AttrContainer& second) {
     const AttrContComparerKeepDiffs comparer;
-    EXPECT_EQ(comparer.compare(first, second), comparer.getNumMismatches());
+    const std::uint64_t numDifferences = comparer.compare(first, second);
+    EXPECT_EQ(numDifferences, comparer.getNumMismatches());
     for (std::uint64_t i = 0; i < comparer.getNumMismatches(); ++i)
         EXPECT_TRUE(isJustified(&first, &second, *comparer.getMismatch(i)))
             << *comparer.getMismatch(i);
