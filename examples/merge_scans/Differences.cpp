@@ -3,6 +3,7 @@
 #include <AttributeContainer/AttrContComparerKeepDiffs.h>
 
 #include <iostream>
+#include <set>
 #include <utility>
 
 namespace example {
@@ -20,17 +21,28 @@ std::string valueAt(const model::AttrContainer& container, const std::string& pa
     return attribute ? attribute->getValueString() : "-";
 }
 
+std::vector<std::string> mismatches(const model::AttrContainer& first,
+                                    const model::AttrContainer& second) {
+    const model::AttrContComparerKeepDiffs comparer;
+    comparer.compare(first, second);
+    std::vector<std::string> paths;
+    for (std::uint64_t i = 0; i < comparer.getNumMismatches(); ++i)
+        paths.push_back(comparer.getMismatch(i).value_or(""));
+    return paths;
+}
+
 }  // namespace
 
 std::vector<Difference> differencesOf(const model::AttrContainer& first,
                                       const model::AttrContainer& second) {
-    const model::AttrContComparerKeepDiffs comparer;
-    comparer.compare(first, second);
+    // A field that only the second one has is seen where it stands behind the length of the first
+    // one's list. So the other way round too: there it is a field of the first one, and always seen.
+    std::set<std::string> seen;
     std::vector<Difference> differences;
-    for (std::uint64_t i = 0; i < comparer.getNumMismatches(); ++i) {
-        const std::string path = comparer.getMismatch(i).value_or("");
-        differences.push_back({path, valueAt(first, path), valueAt(second, path)});
-    }
+    for (const auto& paths : {mismatches(first, second), mismatches(second, first)})
+        for (const std::string& path : paths)
+            if (seen.insert(path).second)
+                differences.push_back({path, valueAt(first, path), valueAt(second, path)});
     return differences;
 }
 

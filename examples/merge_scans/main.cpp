@@ -11,6 +11,7 @@
 #include <exception>
 #include <iostream>
 #include <limits>
+#include <string>
 
 namespace {
 
@@ -70,8 +71,8 @@ bool run() {
     const Project office = makeOfficeVersion();
     const Project field = makeFieldVersion();
     const auto differences = differencesOf(*office, *field);
-    std::cout << differences.size() << " differences      "
-              << column("", 15) << column("office", 18) << "field\n";
+    std::cout << column(std::to_string(differences.size()) + " differences", 34)
+              << column("office", 18) << "field\n";
     printDifferences(differences);
 
     // A tolerance is for what both have: nothing that one of them alone has may be counted.

@@ -191,3 +191,38 @@ TEST(CustAttrListOfOne, SetsItsOnlyElement) {
     EXPECT_EQ(list.getToken("B"), 1u);
     EXPECT_EQ(list.getToken("A"), none);
 }
+
+TEST_F(CustAttrListTest, FindsAnElementThatAnotherListHoldsAsWell) {
+    CustAttrList other(0);
+    other.addElement(c, "C");
+    other.addElement(a, "A");
+    EXPECT_EQ(other.getToken(*c), 0u);
+    EXPECT_EQ(other.getToken(*a), 1u);
+    for (const auto& [element, token] : {std::pair(a, 9u), std::pair(b, 10u), std::pair(c, 11u)})
+        EXPECT_EQ(list.getToken(*element), token);
+    EXPECT_EQ(other.getToken(*b), none);
+}
+
+TEST_F(CustAttrListTest, GivesTheFirstTokenOfAnElementThatIsThereTwice) {
+    list.addElement(a, "Again");
+    EXPECT_EQ(list.getToken(*a), 9u);
+    list.rmElement(9, true);  // the last one, the same element, takes its place
+    EXPECT_EQ(list.getToken(*a), 9u);
+}
+
+TEST_F(CustAttrListTest, FindsTheSecondPlaceOfAnElementWhenTheFirstIsGone) {
+    list.addElement(a, "Again");
+    list.addElement(d, "D");
+    list.rmElement(9, true);  // "D" takes its place
+    EXPECT_EQ(list.getToken(*d), 9u);
+    EXPECT_EQ(list.getToken(*a), 12u);
+}
+
+TEST_F(CustAttrListTest, FindsElementsAfterEveryMove) {
+    list.rmElement(9, true);
+    EXPECT_EQ(list.getToken(*a), none);
+    EXPECT_EQ(list.getToken(*c), 9u);
+    list.setElement(9, d, "D");  // "B" moves here first and is replaced
+    EXPECT_EQ(list.getToken(*d), 9u);
+    EXPECT_EQ(list.getToken(*c), none);
+}
