@@ -1,5 +1,6 @@
-// How the cost of comparing, merging and marking grows with the number of attributes: trees of many
-// small fields, and one flat container of custom attributes, each size held against its half.
+// How the cost of comparing, merging and marking grows: with the number of fields of ten
+// attributes, and with the number of attributes that were added to one container, each held against
+// its half.
 #include <AttributeContainer/AttributeContainer.h>
 
 #include <benchmark/benchmark.h>
@@ -29,34 +30,40 @@ void addNumbers(ac::AttrContainer& container, int numAttributes, int everyNth) {
     }
 }
 
-// Ten attributes in each field, the name among them.
-Tree buildFields(int numAttributes, int everyNth) {
+/// How many fields a tree has, and how many attributes each, the name among them.
+struct Size {
+    int numFields;
+    int numAttributes;
+
+    int total() const { return numFields * numAttributes; }
+};
+
+Tree build(const Size& size, int everyNth) {
     auto root = ac::AttrContainer::create();
-    for (int i = 0; i < numAttributes / 10; ++i) {
+    for (int i = 0; i < size.numFields; ++i) {
         const auto field = ac::AttrContainer::create();
-        addNumbers(*field, 9, everyNth);
+        addNumbers(*field, size.numAttributes - 1, everyNth);
         root->addField(field, "field" + std::to_string(i), 0);
     }
     return root;
 }
 
-Tree buildFlat(int numAttributes, int everyNth) {
-    auto root = ac::AttrContainer::create();
-    addNumbers(*root, numAttributes, everyNth);
-    return root;
-}
-
-struct Shape {
-    const char* name;
-    Tree (*build)(int, int);
-    int largeSize;
+/// What grows. Where the containers do, there are the fewer of them: with as much memory in both
+/// trees it is the growth alone that shows, and not which of the two a cache can hold.
+struct Growth {
+    const char* what;
+    Size small;
+    Size large;
+    double factor;  // from the ratio of the times to that of what grows
 };
-constexpr Shape shapes[] = {{"fields", buildFields, 100'000}, {"flat", buildFlat, 10'000}};
+constexpr Growth growths[] = {
+    {"100,000 : 50,000 attributes", {5'000, 10}, {10'000, 10}, 1},
+    {"containers of 10,000 : of 5,000", {16, 5'000}, {8, 10'000}, 2},
+};
 
 /// Two trees that differ in every `everyNth` attribute, or are equal.
 struct Pair {
-    Pair(const Shape& shape, int numAttributes, int everyNth)
-        : target(shape.build(numAttributes, 0)), source(shape.build(numAttributes, everyNth)) {}
+    Pair(const Size& size, int everyNth) : target(build(size, 0)), source(build(size, everyNth)) {}
 
     Tree target;
     Tree source;
@@ -70,22 +77,22 @@ void require(benchmark::State& state, bool isRight) {
     if (!isRight) state.SkipWithError("the outcome is wrong");
 }
 
-void compareEqual(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Pair pair(shape, numAttributes, 0);
+void compareEqual(benchmark::State& state, const Size& size) {
+    const Pair pair(size, 0);
     for (auto _ : state) require(state, numDifferences(pair) == 0);
 }
 
-void keepAllDiffs(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Pair pair(shape, numAttributes, 1);
+void keepAllDiffs(benchmark::State& state, const Size& size) {
+    const Pair pair(size, 1);
     const ac::AttrContComparerKeepDiffs comparer;
     for (auto _ : state) {
         comparer.compare(*pair.target, *pair.source);
-        require(state, comparer.getNumMismatches() > static_cast<unsigned>(numAttributes) * 8 / 10);
+        require(state, comparer.getNumMismatches() > static_cast<unsigned>(size.total()) * 8 / 10);
     }
 }
 
-void mergeUnchanged(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Pair pair(shape, numAttributes, 0);
+void mergeUnchanged(benchmark::State& state, const Size& size) {
+    const Pair pair(size, 0);
     for (auto _ : state) {
         ac::AttrContMerger::Result result;
         ac::AttrContMerger::merge(*pair.target, *pair.source,
@@ -94,10 +101,10 @@ void mergeUnchanged(benchmark::State& state, const Shape& shape, int numAttribut
     }
 }
 
-void mergeTenth(benchmark::State& state, const Shape& shape, int numAttributes) {
+void mergeTenth(benchmark::State& state, const Size& size) {
     for (auto _ : state) {
         state.PauseTiming();
-        auto pair = std::make_unique<Pair>(shape, numAttributes, 10);
+        auto pair = std::make_unique<Pair>(size, 10);
         state.ResumeTiming();
         ac::AttrContMerger::Result result;
         ac::AttrContMerger::merge(*pair->target, *pair->source, 0, &result);
@@ -109,8 +116,8 @@ void mergeTenth(benchmark::State& state, const Shape& shape, int numAttributes) 
 }
 
 // Everything comes to an empty container, and goes from it again.
-void addAndRemove(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Tree full = shape.build(numAttributes, 0);
+void addAndRemove(benchmark::State& state, const Size& size) {
+    const Tree full = build(size, 0);
     const Tree empty = ac::AttrContainer::create();
     for (auto _ : state) {
         const Tree target = ac::AttrContainer::create();
@@ -125,19 +132,19 @@ void addAndRemove(benchmark::State& state, const Shape& shape, int numAttributes
 
 constexpr unsigned allLevels = std::numeric_limits<unsigned>::max();
 
-void countMarks(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Tree tree = shape.build(numAttributes, 0);
+void countMarks(benchmark::State& state, const Size& size) {
+    const Tree tree = build(size, 0);
     ac::SetAttrMarksVisitor mark(true, allLevels);
     tree->attributeVisitor(mark, true);
     for (auto _ : state) {
         ac::AttrCountMarkedVisitor count(allLevels);
         tree->attributeVisitor(count, true);
-        require(state, count.getNumMarkedAttributes() > static_cast<unsigned>(numAttributes));
+        require(state, count.getNumMarkedAttributes() > static_cast<unsigned>(size.total()));
     }
 }
 
-void copyMarked(benchmark::State& state, const Shape& shape, int numAttributes) {
-    const Pair pair(shape, numAttributes, 10);
+void copyMarked(benchmark::State& state, const Size& size) {
+    const Pair pair(size, 10);
     ac::AttrContComparerMarkDiffs(ac::AttrContComparerMarkDiffs::markSecond)
         .compare(*pair.target, *pair.source);
     for (auto _ : state) {
@@ -150,44 +157,48 @@ void copyMarked(benchmark::State& state, const Shape& shape, int numAttributes) 
 
 struct Job {
     const char* name;
-    void (*run)(benchmark::State&, const Shape&, int);
+    void (*run)(benchmark::State&, const Size&);
 };
 constexpr Job jobs[] = {
-    {"compare equal", compareEqual},     {"keep all differences", keepAllDiffs},
-    {"merge unchanged", mergeUnchanged}, {"merge a tenth", mergeTenth},
+    {"compare equal", compareEqual},      {"keep all differences", keepAllDiffs},
+    {"merge unchanged", mergeUnchanged},  {"merge a tenth", mergeTenth},
     {"add and remove all", addAndRemove}, {"count marks", countMarks},
     {"copy marked", copyMarked}};
 
-std::string nameOf(const Job& job, const Shape& shape, int numAttributes) {
-    return std::string(job.name) + "/" + shape.name + "/" + std::to_string(numAttributes);
+std::string nameOf(const Job& job, const Size& size) {
+    return std::string(job.name) + "/" + std::to_string(size.numFields) + "x" +
+           std::to_string(size.numAttributes);
 }
 
-bench::Ratio growthOf(const Job& job, const Shape& shape, const bench::BestTimes& times) {
-    const int size = shape.largeSize;
-    const double large = times.seconds(nameOf(job, shape, size));
-    const double small = times.seconds(nameOf(job, shape, size / 2));
-    return {std::string(job.name) + " " + std::to_string(size) + " attributes : half, " + shape.name,
-            small > 0 ? large / small : 0, bench::Ratio::AtMost, growthLimit};
+bench::Ratio growthOf(const Job& job, const Growth& growth, const bench::BestTimes& times) {
+    const double large = times.seconds(nameOf(job, growth.large));
+    const double small = times.seconds(nameOf(job, growth.small));
+    return {std::string(job.name) + ", " + growth.what,
+            small > 0 ? growth.factor * large / small : 0, bench::Ratio::AtMost, growthLimit};
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    for (const Shape& shape : shapes)
+    for (const Growth& growth : growths)
         for (const Job& job : jobs)
-            for (const int numAttributes : {shape.largeSize / 2, shape.largeSize})
-                benchmark::RegisterBenchmark(
-                    nameOf(job, shape, numAttributes).c_str(),
-                    [=](auto& state) { job.run(state, shape, numAttributes); })
+            for (const Size& size : {growth.small, growth.large})
+                benchmark::RegisterBenchmark(nameOf(job, size).c_str(),
+                                             [=](auto& state) { job.run(state, size); })
                     ->Unit(benchmark::kMillisecond)
                     ->Iterations(1)
                     ->Repetitions(9);
-    benchmark::Initialize(&argc, argv);
+    // In turn, so that both sizes meet the same load of a shared machine.
+    char interleave[] = "--benchmark_enable_random_interleaving=true";
+    std::vector<char*> arguments(argv, argv + argc);
+    arguments.insert(arguments.begin() + 1, interleave);
+    argc = static_cast<int>(arguments.size());
+    benchmark::Initialize(&argc, arguments.data());
     bench::BestTimes times;
     benchmark::RunSpecifiedBenchmarks(&times);
 
     std::vector<bench::Ratio> ratios;
-    for (const Shape& shape : shapes)
-        for (const Job& job : jobs) ratios.push_back(growthOf(job, shape, times));
+    for (const Growth& growth : growths)
+        for (const Job& job : jobs) ratios.push_back(growthOf(job, growth, times));
     return bench::printRatios(ratios) ? 0 : 1;
 }

@@ -36,7 +36,8 @@ std::vector<std::string> mismatches(const model::AttrContainer& first,
 std::vector<Difference> differencesOf(const model::AttrContainer& first,
                                       const model::AttrContainer& second) {
     // A field that only the second one has is seen where it stands behind the length of the first
-    // one's list. So the other way round too: there it is a field of the first one, and always seen.
+    // one's list. So the other way round too: there it is a field of the first one, and always
+    // seen.
     std::set<std::string> seen;
     std::vector<Difference> differences;
     for (const auto& paths : {mismatches(first, second), mismatches(second, first)})

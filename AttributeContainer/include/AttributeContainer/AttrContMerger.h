@@ -34,9 +34,9 @@ public:
         std::uint32_t numChanged = 0;            ///< assigned, also where an observer refused
         std::uint32_t numUnchanged = 0;          ///< found equal
         std::uint32_t numAttributesAdded = 0;    ///< taken in by the target
-        std::uint32_t numAttributesRemoved = 0;  ///< to be removed; hard-coded ones stay all the same
+        std::uint32_t numAttributesRemoved = 0;  ///< to be removed; declared ones stay
         std::uint32_t numFieldsAdded = 0;        ///< taken in by the target
-        std::uint32_t numFieldsRemoved = 0;      ///< to be removed; hard-coded slots stay, empty
+        std::uint32_t numFieldsRemoved = 0;      ///< to be removed; declared slots stay, empty
     };
 
     /// Merges `source` into `target`, and tells the observers of its attributes as `flags` say.

@@ -1,8 +1,8 @@
 #include <AttributeContainer/AttrContComparer.h>
 
 #include "comparison/FieldNames.h"
-#include "comparison/Tolerance.h"
 #include "comparison/TokenSet.h"
+#include "comparison/Tolerance.h"
 
 #include <typeinfo>
 
@@ -17,13 +17,9 @@ std::uint64_t AttrContComparer::compare(const AttrContainer& first,
     return runComparison(first, second);
 }
 
-void AttrContComparer::reset() const {
-    fieldStack.clear();
-}
+void AttrContComparer::reset() const { fieldStack.clear(); }
 
-void AttrContComparer::enterField(OptionalContainer field) const {
-    fieldStack.push_back(field);
-}
+void AttrContComparer::enterField(OptionalContainer field) const { fieldStack.push_back(field); }
 
 void AttrContComparer::exitField(OptionalContainer) const {
     if (!fieldStack.empty()) fieldStack.pop_back();

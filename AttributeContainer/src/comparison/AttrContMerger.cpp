@@ -46,8 +46,7 @@ public:
     void rmAttributes();
     void rmFields();
     /// For who merges the fields that both have.
-    template <class MergeBoth>
-    void takeFields(const MergeBoth& mergeBoth);
+    template <class MergeBoth> void takeFields(const MergeBoth& mergeBoth);
 
 private:
     bool has(unsigned flag) const { return (flags & flag) != 0; }
@@ -123,8 +122,7 @@ void Merge::rmAttributes() {
     }
 }
 
-template <class MergeBoth>
-void Merge::takeFields(const MergeBoth& mergeBoth) {
+template <class MergeBoth> void Merge::takeFields(const MergeBoth& mergeBoth) {
     for (std::uint64_t token = 0; token < source.getNumFields(); ++token) {
         const auto from = source.getField(token).lock();
         if (!from) continue;

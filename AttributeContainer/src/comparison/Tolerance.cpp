@@ -12,8 +12,7 @@ namespace {
 
 // How the difference of two components is scaled, ahead of its rounding to a whole number.
 struct InDouble {
-    template <class Component>
-    static bool isZero(Component difference, double scale) {
+    template <class Component> static bool isZero(Component difference, double scale) {
         const double steps = std::round(difference * scale);
         return !(steps < 0 || steps > 0);  // no number is as good as none
     }
@@ -26,12 +25,10 @@ struct InFloat {
 };
 
 // One type of value with its tolerance: half a part in `Scale`, per component.
-template <class T, int Scale, class Arithmetic>
-struct Row {
+template <class T, int Scale, class Arithmetic> struct Row {
     using Value = T;
 
-    template <class Part>
-    static bool isWithin(const Part& a, const Part& b) {
+    template <class Part> static bool isWithin(const Part& a, const Part& b) {
         if constexpr (requires { a.size(); }) {
             if (a.size() != b.size()) return false;
             for (std::size_t i = 0; i < a.size(); ++i)
@@ -44,8 +41,7 @@ struct Row {
     }
 };
 
-template <class... Rows>
-struct Table {
+template <class... Rows> struct Table {
     static bool isWithin(const Attribute& first, const Attribute& second) {
         bool isWithin = false;
         (tryRow<Rows>(first, second, isWithin) || ...);
@@ -67,22 +63,21 @@ private:
 constexpr int coarse = 100'000;
 constexpr int fine = 100'000'000;
 
-using Tolerances =
-    Table<Row<double, coarse, InDouble>,                    //
-          Row<Vec3d<double>, fine, InDouble>,               //
-          Row<Vec4d<double>, fine, InDouble>,               //
-          Row<Vec3d<float>, fine, InFloat>,                 //
-          Row<Vec4d<float>, fine, InDouble>,                // the difference itself is a float
-          Row<SVec2d<double>, fine, InDouble>,              //
-          Row<SVec2d<float>, fine, InFloat>,                //
-          Row<Mat4d<float>, coarse, InFloat>,               // coarse as plain numbers are
-          Row<Mat4d<double>, fine, InDouble>,               //
-          Row<std::vector<double>, coarse, InDouble>,       //
-          Row<std::vector<Vec4d<double>>, fine, InDouble>,  //
-          Row<std::vector<SVec2d<double>>, fine, InDouble>,
-          Row<std::vector<std::vector<Vec3d<double>>>, fine, InDouble>,
-          Row<std::vector<Vec3d<float>>, fine, InFloat>,
-          Row<std::vector<Mat4d<double>>, fine, InDouble>>;
+using Tolerances = Table<Row<double, coarse, InDouble>,        //
+                         Row<Vec3d<double>, fine, InDouble>,   //
+                         Row<Vec4d<double>, fine, InDouble>,   //
+                         Row<Vec3d<float>, fine, InFloat>,     //
+                         Row<Vec4d<float>, fine, InDouble>,    // the difference itself is a float
+                         Row<SVec2d<double>, fine, InDouble>,  //
+                         Row<SVec2d<float>, fine, InFloat>,    //
+                         Row<Mat4d<float>, coarse, InFloat>,   // coarse as plain numbers are
+                         Row<Mat4d<double>, fine, InDouble>,   //
+                         Row<std::vector<double>, coarse, InDouble>,       //
+                         Row<std::vector<Vec4d<double>>, fine, InDouble>,  //
+                         Row<std::vector<SVec2d<double>>, fine, InDouble>,
+                         Row<std::vector<std::vector<Vec3d<double>>>, fine, InDouble>,
+                         Row<std::vector<Vec3d<float>>, fine, InFloat>,
+                         Row<std::vector<Mat4d<double>>, fine, InDouble>>;
 
 }  // namespace
 

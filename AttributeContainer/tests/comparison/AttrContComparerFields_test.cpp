@@ -57,8 +57,7 @@ TEST_F(AttrContComparerFields, AreWalkedToTheBottom) {
 TEST_F(AttrContComparerFields, OfTheFirstAloneCountWithTheirAttributesUnlessBitTwoIsSet) {
     addGain(*addGain(*first, "A", 1), "B", 1);
     EXPECT_EQ(compare(), 4u);
-    EXPECT_EQ(comparer.calls,
-              (Names{"+A", "Name|", "Gain|", "+B", "Name|", "Gain|", "-B", "-A"}));
+    EXPECT_EQ(comparer.calls, (Names{"+A", "Name|", "Gain|", "+B", "Name|", "Gain|", "-B", "-A"}));
     EXPECT_EQ(compare(onlyInSecond), 4u);
     EXPECT_EQ(compare(onlyInFirst), 0u);
     EXPECT_EQ(comparer.calls, (Names{"+A", "-A"}));
@@ -135,7 +134,8 @@ TEST_F(AttrContComparerFields, ThatTheFirstLacksInADeclaredSlotCountForTheSecond
     a->setField(Pole::MarkField, nullptr);
     const RecordingComparer record;
     EXPECT_EQ(record.compare(*a, *b), 4u);
-    EXPECT_EQ(record.calls, (Names{"+", "|Name", "|Label", "|Height", "|Count", "-", "+Top", "-Top"}));
+    EXPECT_EQ(record.calls,
+              (Names{"+", "|Name", "|Label", "|Height", "|Count", "-", "+Top", "-Top"}));
     EXPECT_EQ(RecordingComparer(-1, onlyInSecond).compare(*a, *b), 0u);
 }
 

@@ -106,10 +106,10 @@ TEST_F(AttrContComparerTest, CountsNothingWhereNoCategoryIsActive) {
 TEST_F(AttrContComparerTest, LooksAtTheActiveCategoriesAlone) {
     const auto a = TallMark::create();
     const auto b = TallMark::create();
-    b->name("other");    // category 4
-    b->Height(2);        // 18
-    b->Count(8);         // 18
-    b->Cached(1);        // 48
+    b->name("other");          // category 4
+    b->Height(2);              // 18
+    b->Count(8);               // 18
+    b->Cached(1);              // 48
     addCustom(*b, "Gain", 1);  // 64
     EXPECT_EQ(AttrContComparer(4, 0).compare(*a, *b), 1u);
     EXPECT_EQ(AttrContComparer(2, 0).compare(*a, *b), 2u);

@@ -174,7 +174,8 @@ TEST_F(AttrContMergerTest, DoesNothingWithFlagsFourAndTwoWhereNothingIsMarked) {
     addCustom(*source, "Gain", 2);
     addCustom(*source, "Added", 1);
     const auto before = target->duplicate(CreateDeep);
-    EXPECT_EQ(merge(Merger::CONSIDER_ONLY_MARKED | Merger::KEEP_NON_EXISTENT_IN_SOURCE), Counters{});
+    EXPECT_EQ(merge(Merger::CONSIDER_ONLY_MARKED | Merger::KEEP_NON_EXISTENT_IN_SOURCE),
+              Counters{});
     EXPECT_EQ(AttrContComparer(-1, 0).compare(*before, *target), 0u);
 }
 

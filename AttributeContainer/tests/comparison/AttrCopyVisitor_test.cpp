@@ -37,7 +37,7 @@ std::vector<int> gainsOf(AttrContainer& root) {
 using Gains = std::vector<int>;
 
 VisitorCore::VisitResult copyInto(AttrContainer& source, AttrContainer& target,
-                              unsigned maxLevel = allLevels) {
+                                  unsigned maxLevel = allLevels) {
     AttrCopyVisitor visitor(target, maxLevel);
     return source.attributeVisitor(visitor, true);
 }

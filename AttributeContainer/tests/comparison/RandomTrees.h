@@ -33,8 +33,7 @@ private:
     // Quarters are kept by every type of number; 0 is left out, and with it what floats lack below.
     double quarter() { return 0.25 * (upTo(3) + 1); }
     std::string word() { return std::array{"low", "high", "a \"b\"\n"}[upTo(2)]; }
-    template <class Names>
-    Names shuffled(Names names) {
+    template <class Names> Names shuffled(Names names) {
         std::shuffle(names.begin(), names.end(), engine);
         return names;
     }
@@ -58,7 +57,9 @@ private:
             case 'c': addCustom<std::string>(container, name, word()); break;
             case 'd': addCustom(container, name, oneIn(2)); break;
             case 'e': addCustom(container, name, Vec3d<double>{quarter(), 1, -quarter()}); break;
-            case 'f': addCustom(container, name, Vec3d<float>{0.25f, 0.5f, float(quarter())}); break;
+            case 'f':
+                addCustom(container, name, Vec3d<float>{0.25f, 0.5f, float(quarter())});
+                break;
             case 'g': addCustom(container, name, std::vector<double>(upTo(2), quarter())); break;
             case 'h': addCustom(container, name, Points(upTo(2), {quarter(), 2, 3})); break;
             case 'i': addCustom(container, name, std::vector<std::string>(upTo(2), word())); break;

@@ -29,10 +29,10 @@ std::shared_ptr<const Attribute> attributeAt(const AttrContainer& container, std
 struct Counterparts {
     std::uint32_t equal = 0;
     std::uint32_t differing = 0;
-    std::uint32_t unlikeTypes = 0;     // among the differing ones: no merge makes them equal
+    std::uint32_t unlikeTypes = 0;  // among the differing ones: no merge makes them equal
     std::uint32_t onlyInSource = 0;
-    std::uint32_t declaredAlone = 0;   // of the target alone, and not to be removed
-    std::uint32_t customAlone = 0;     // of the target alone
+    std::uint32_t declaredAlone = 0;  // of the target alone, and not to be removed
+    std::uint32_t customAlone = 0;    // of the target alone
     std::uint32_t fieldsOnlyInSource = 0;
     std::uint32_t fieldsOnlyInTarget = 0;
 };
@@ -56,8 +56,7 @@ void count(const AttrContainer& target, const AttrContainer& source, Counterpart
     for (std::uint64_t i = 0; i < source.getNumFields(); ++i) {
         if (const auto to = target.getField(source.getFieldName(i).value()).lock())
             count(*to, *source.getField(i).lock(), counts);
-        else
-            ++counts.fieldsOnlyInSource;
+        else ++counts.fieldsOnlyInSource;
     }
     for (std::uint64_t i = 0; i < target.getNumFields(); ++i)
         if (source.getField(target.getFieldName(i).value()).expired()) ++counts.fieldsOnlyInTarget;
@@ -84,8 +83,7 @@ bool isJustified(const AttrContainer* first, const AttrContainer* second, const 
     const std::string rest = path.substr(slash + 1);
     const int inFirst = first ? placeOf(*first, field) : -1;
     const int inSecond = second ? placeOf(*second, field) : -1;
-    const bool isBehind =
-        first && second && inSecond >= static_cast<int>(first->getNumFields());
+    const bool isBehind = first && second && inSecond >= static_cast<int>(first->getNumFields());
     if (isBehind) return true;
     return isJustified(inFirst < 0 ? nullptr : first->getField(inFirst).lock().get(),
                        inSecond < 0 ? nullptr : second->getField(inSecond).lock().get(), rest);
@@ -114,12 +112,9 @@ void checkSame(const AttrContainer& container) {
 void checkMerge(AttrContainer& target, const AttrContainer& source) {
     Counterparts before;
     count(target, source, before);
-    const Counters expected{before.differing,
-                            before.equal,
-                            before.onlyInSource,
-                            before.declaredAlone + before.customAlone,
-                            before.fieldsOnlyInSource,
-                            before.fieldsOnlyInTarget};
+    const Counters expected{before.differing,          before.equal,
+                            before.onlyInSource,       before.declaredAlone + before.customAlone,
+                            before.fieldsOnlyInSource, before.fieldsOnlyInTarget};
     EXPECT_EQ(mergeResult(target, source, 0), expected);
 
     // What is left: values of unlike types, and declared attributes that the source lacks.

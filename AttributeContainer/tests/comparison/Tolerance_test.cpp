@@ -21,27 +21,26 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 // How many differences two values stand for where the tolerance is on.
-template <class T>
-std::uint64_t differences(const T& a, const T& b) {
+template <class T> std::uint64_t differences(const T& a, const T& b) {
     const RecordingComparer comparer(-1, AttrContComparer::withTolerance);
     return comparer.handleAttributes(attributeOf(a).get(), attributeOf(b).get());
 }
 
 // One type that has a tolerance, with the scale of a difference.
-template <class T, int Scale>
-struct Row {
+template <class T, int Scale> struct Row {
     using Value = T;
     static constexpr double scale = Scale;
 };
 constexpr int coarse = 100000;
 constexpr int fine = 100000000;
-using Rows = testing::Types<
-    Row<double, coarse>, Row<Vec3d<double>, fine>, Row<Vec4d<double>, fine>,
-    Row<Vec3d<float>, fine>, Row<Vec4d<float>, fine>, Row<SVec2d<double>, fine>,
-    Row<SVec2d<float>, fine>, Row<Mat4d<float>, coarse>, Row<Mat4d<double>, fine>,
-    Row<std::vector<double>, coarse>, Row<std::vector<Vec4d<double>>, fine>,
-    Row<std::vector<SVec2d<double>>, fine>, Row<std::vector<std::vector<Vec3d<double>>>, fine>,
-    Row<std::vector<Vec3d<float>>, fine>, Row<std::vector<Mat4d<double>>, fine>>;
+using Rows =
+    testing::Types<Row<double, coarse>, Row<Vec3d<double>, fine>, Row<Vec4d<double>, fine>,
+                   Row<Vec3d<float>, fine>, Row<Vec4d<float>, fine>, Row<SVec2d<double>, fine>,
+                   Row<SVec2d<float>, fine>, Row<Mat4d<float>, coarse>, Row<Mat4d<double>, fine>,
+                   Row<std::vector<double>, coarse>, Row<std::vector<Vec4d<double>>, fine>,
+                   Row<std::vector<SVec2d<double>>, fine>,
+                   Row<std::vector<std::vector<Vec3d<double>>>, fine>,
+                   Row<std::vector<Vec3d<float>>, fine>, Row<std::vector<Mat4d<double>>, fine>>;
 
 template <class T>
 constexpr bool hasTolerance =
@@ -55,18 +54,15 @@ constexpr bool hasTolerance =
     std::same_as<T, std::vector<Vec3d<float>>> || std::same_as<T, std::vector<Mat4d<double>>>;
 
 // All components zero; lists have two elements.
-template <class T>
-struct Zero {
+template <class T> struct Zero {
     static T value() { return {}; }
 };
-template <class Element>
-struct Zero<std::vector<Element>> {
+template <class Element> struct Zero<std::vector<Element>> {
     static std::vector<Element> value() { return {Zero<Element>::value(), Zero<Element>::value()}; }
 };
 
 // Puts `number` into the component that `index` counts down to.
-template <class T>
-void put(T& value, std::size_t& index, double number) {
+template <class T> void put(T& value, std::size_t& index, double number) {
     if constexpr (std::floating_point<T>) {
         if (index-- == 0) value = static_cast<T>(number);
     } else {
@@ -74,8 +70,7 @@ void put(T& value, std::size_t& index, double number) {
     }
 }
 
-template <class T>
-std::size_t numComponents(const T& value) {
+template <class T> std::size_t numComponents(const T& value) {
     if constexpr (std::floating_point<T>) {
         return 1;
     } else {
@@ -86,19 +81,16 @@ std::size_t numComponents(const T& value) {
 }
 
 // A value with one component that is not zero.
-template <class T>
-T withComponent(std::size_t index, double number) {
+template <class T> T withComponent(std::size_t index, double number) {
     T value = Zero<T>::value();
     put(value, index, number);
     return value;
 }
 
-template <class RowOfTable>
-struct ToleranceRows : testing::Test {};
+template <class RowOfTable> struct ToleranceRows : testing::Test {};
 TYPED_TEST_SUITE(ToleranceRows, Rows);
 
-template <class T>
-struct ToleranceTypes : testing::Test {};
+template <class T> struct ToleranceTypes : testing::Test {};
 TYPED_TEST_SUITE(ToleranceTypes, AllValues, WordOfType);
 
 }  // namespace
@@ -106,16 +98,20 @@ TYPED_TEST_SUITE(ToleranceTypes, AllValues, WordOfType);
 TYPED_TEST(ToleranceRows, ForgiveLessThanHalfAStepInAnyComponent) {
     using T = typename TypeParam::Value;
     for (std::size_t i = 0; i < numComponents(Zero<T>::value()); ++i) {
-        EXPECT_EQ(differences(Zero<T>::value(), withComponent<T>(i, 0.49 / TypeParam::scale)), 0u) << i;
-        EXPECT_EQ(differences(withComponent<T>(i, 0.49 / TypeParam::scale), Zero<T>::value()), 0u) << i;
+        EXPECT_EQ(differences(Zero<T>::value(), withComponent<T>(i, 0.49 / TypeParam::scale)), 0u)
+            << i;
+        EXPECT_EQ(differences(withComponent<T>(i, 0.49 / TypeParam::scale), Zero<T>::value()), 0u)
+            << i;
     }
 }
 
 TYPED_TEST(ToleranceRows, CountMoreThanHalfAStepInAnyComponent) {
     using T = typename TypeParam::Value;
     for (std::size_t i = 0; i < numComponents(Zero<T>::value()); ++i) {
-        EXPECT_EQ(differences(Zero<T>::value(), withComponent<T>(i, 0.51 / TypeParam::scale)), 1u) << i;
-        EXPECT_EQ(differences(withComponent<T>(i, 0.51 / TypeParam::scale), Zero<T>::value()), 1u) << i;
+        EXPECT_EQ(differences(Zero<T>::value(), withComponent<T>(i, 0.51 / TypeParam::scale)), 1u)
+            << i;
+        EXPECT_EQ(differences(withComponent<T>(i, 0.51 / TypeParam::scale), Zero<T>::value()), 1u)
+            << i;
     }
 }
 
@@ -123,14 +119,16 @@ TYPED_TEST(ToleranceRows, TakeNotANumberInAComponentForAnything) {
     using T = typename TypeParam::Value;
     for (std::size_t i = 0; i < numComponents(Zero<T>::value()); ++i) {
         EXPECT_EQ(differences(withComponent<T>(i, notANumber), withComponent<T>(i, 3)), 0u) << i;
-        EXPECT_EQ(differences(withComponent<T>(i, infinity), withComponent<T>(i, infinity)), 0u) << i;
-        EXPECT_EQ(differences(withComponent<T>(i, infinity), withComponent<T>(i, -infinity)), 1u) << i;
+        EXPECT_EQ(differences(withComponent<T>(i, infinity), withComponent<T>(i, infinity)), 0u)
+            << i;
+        EXPECT_EQ(differences(withComponent<T>(i, infinity), withComponent<T>(i, -infinity)), 1u)
+            << i;
     }
 }
 
 TYPED_TEST(ToleranceRows, CountListsOfUnlikeSizes) {
     using T = typename TypeParam::Value;
-    if constexpr (requires(T& value) { value.pop_back(); }) {
+    if constexpr (requires(T & value) { value.pop_back(); }) {
         T shorter = Zero<T>::value();
         shorter.pop_back();
         EXPECT_EQ(differences(shorter, Zero<T>::value()), 1u);
@@ -153,11 +151,10 @@ TEST(Tolerance, ForgivesNumbersThatDifferByATenthOfAStep) {
     EXPECT_EQ(differences(1.0, 1.000001), 0u);
 }
 
-TEST(Tolerance, CountsNumbersThatDifferByAStep) {
-    EXPECT_EQ(differences(1.0, 1.00001), 1u);
-}
+TEST(Tolerance, CountsNumbersThatDifferByAStep) { EXPECT_EQ(differences(1.0, 1.00001), 1u); }
 
-// 5e-9f times 1e8 is 0.499999997: a float product of it is 0.5 and rounds up, a double one does not.
+// 5e-9f times 1e8 is 0.499999997: a float product of it is 0.5 and rounds up, a double one does
+// not.
 TEST(Tolerance, ScalesInFloatWhereTheComponentsAreFloats) {
     EXPECT_EQ(differences(Vec3d<float>{}, Vec3d<float>{5e-9f, 0, 0}), 1u);
     EXPECT_EQ(differences(SVec2d<float>{}, SVec2d<float>{0, 5e-9f}), 1u);

@@ -8,8 +8,8 @@
 
 namespace QOR::AttributeContainer::Testing {
 
-/// Writes down every call, as "Gain|Gain" for a pair, "Gain|" and "|Gain" for one side alone, "+Lens"
-/// and "-Lens" around a field and "+" and "-" around a slot that holds none.
+/// Writes down every call, as "Gain|Gain" for a pair, "Gain|" and "|Gain" for one side alone,
+/// "+Lens" and "-Lens" around a field and "+" and "-" around a slot that holds none.
 class RecordingComparer : public AttrContComparer {
 public:
     explicit RecordingComparer(int categories = allCategories, int compareMode = 0)
