@@ -36,6 +36,7 @@
 #include <AttributeContainer/FindField.h>
 #include <AttributeContainer/GenAttrList.h>
 #include <AttributeContainer/GenericBinaryObjectV2.h>
+#include <AttributeContainer/HDRParameterField.h>
 #include <AttributeContainer/IFallbackObject.h>
 #include <AttributeContainer/MarkerBase.h>
 #include <AttributeContainer/ModelFormat.h>
@@ -51,12 +52,19 @@
 #include <AttributeContainer/ObserverPath.h>
 #include <AttributeContainer/ObserverRelation.h>
 #include <AttributeContainer/ObservingObject.h>
+#include <AttributeContainer/PanoramaPicture.h>
+#include <AttributeContainer/Picture.h>
+#include <AttributeContainer/PictureColorPropertiesField.h>
 #include <AttributeContainer/Point3d.h>
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/ReferenceDictionary.h>
 #include <AttributeContainer/SetAttrMarksVisitor.h>
+#include <AttributeContainer/ScanProperties.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
+#include <AttributeContainer/TMOEasyHDRField.h>
+#include <AttributeContainer/TMOLinearField.h>
+#include <AttributeContainer/TMOReinhard02Field.h>
 #include <AttributeContainer/Transform.h>
 #include <AttributeContainer/UnknownAttrContainer.h>
 #include <AttributeContainer/ValueTypes.h>
@@ -65,5 +73,6 @@
 #include <AttributeContainer/Visitor.h>
 #include <AttributeContainer/WriteContext.h>
 #include <AttributeContainer/WriteToScope.h>
+#include <AttributeContainer/XMLSerialization.h>
 #include <AttributeContainer/kVAttrContainer.h>
 #include <AttributeContainer/kVAttribute.h>

@@ -3,11 +3,19 @@
 #include <AttributeContainer/Container.h>
 #include <AttributeContainer/FieldFactory.h>
 #include <AttributeContainer/GenericBinaryObjectV2.h>
+#include <AttributeContainer/HDRParameterField.h>
 #include <AttributeContainer/MarkerBase.h>
 #include <AttributeContainer/Object.h>
 #include <AttributeContainer/Object2d.h>
 #include <AttributeContainer/Object3d.h>
+#include <AttributeContainer/PanoramaPicture.h>
+#include <AttributeContainer/Picture.h>
+#include <AttributeContainer/PictureColorPropertiesField.h>
 #include <AttributeContainer/Point3d.h>
+#include <AttributeContainer/ScanProperties.h>
+#include <AttributeContainer/TMOEasyHDRField.h>
+#include <AttributeContainer/TMOLinearField.h>
+#include <AttributeContainer/TMOReinhard02Field.h>
 #include <AttributeContainer/Transform.h>
 #include <AttributeContainer/UnknownAttrContainer.h>
 
@@ -35,11 +43,19 @@ void registerOwnClasses() {
         registration<AttrContainer>(),
         registration<Container>(),
         registration<GenericBinaryObjectV2>(),
+        registration<HDRParameterField>(),
         registration<MarkerBase>(),
         registration<Object>(),
         registration<Object2d>(),
         registration<Object3d>(),
+        registration<PanoramaPicture>(),
+        registration<Picture>(),
+        registration<PictureColorPropertiesField>(),
         registration<Point3d>(),
+        registration<ScanProperties>(),
+        registration<TMOEasyHDRField>(),
+        registration<TMOLinearField>(),
+        registration<TMOReinhard02Field>(),
         registration<Transform>(),
         registration<UnknownAttrContainer>(),
     };

@@ -1,5 +1,6 @@
 #include <AttributeContainer/GenericBinaryObjectV2.h>
 
+#include "support/ClassTable.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -8,70 +9,28 @@
 #include <memory>
 #include <string>
 
-using namespace QOR::AttributeContainer;
-using namespace QOR::AttributeContainer::Testing;
+namespace QOR::AttributeContainer::Testing {
 
-TEST(GenericBinaryObjectV2, HasTheRowsOfItsTable) {
-    struct Row {
-        std::uint64_t token;
-        const char* key;
-        AttrType type;
-    };
-    constexpr AttrType text{10};
-    constexpr AttrType flag{11};
-    const Row rows[] = {{6, "Transformation", AttrType{25}},
-                        {7, "MimeType", text},
-                        {8, "Context", text},
-                        {9, "Id", text},
-                        {10, "Load", flag},
-                        {11, "InScan", flag},
-                        {12, "CurrentStream", text},
-                        {13, "FileName", text}};
-    const auto object = GenericBinaryObjectV2::create();
+namespace {
+#define ROW(...) QOR_CLASS_ROW(GenericBinaryObjectV2, __VA_ARGS__)
+const ClassRow rows[] = {
+    ROW(7, MimeType, "Attr<String>", 18, {""}),
+    ROW(8, Context, "Attr<String>", 18, {""}),
+    ROW(9, Id, "Attr<String>", 18, {""}),
+    ROW(10, Load, "Attr<bool>", 18, {false}),
+    ROW(11, InScan, "Attr<bool>", 18, {false}),
+    ROW(12, CurrentStream, "Attr<String>", 18, {""}),
+    ROW(13, FileName, "Attr<String>", 18, {""}),
+};
+#undef ROW
+}  // namespace
 
-    for (const Row& row : rows) {
-        EXPECT_EQ(object->getAttrToken(row.key), row.token) << row.key;
-        EXPECT_EQ(object->getAttrName(row.token), row.key);
-        const AttrDefinition* const definition = object->getAttrDefinition(row.token);
-        ASSERT_NE(definition, nullptr) << row.key;
-        EXPECT_EQ(definition->type, row.type) << row.key;
-        EXPECT_EQ(definition->category, 18) << row.key;
-    }
-    EXPECT_EQ(object->getMaxAttrToken(), 13u);
-    EXPECT_EQ(object->getNumAttributes(), 14u);
-}
+QOR_CLASS_TABLE(GenericBinaryObjectV2, rows);
 
-TEST(GenericBinaryObjectV2, HasTheDefaultsOfItsTable) {
-    const auto object = GenericBinaryObjectV2::create();
-
-    EXPECT_EQ(object->MimeType(), "");
-    EXPECT_EQ(object->Context(), "");
-    EXPECT_EQ(object->Id(), "");
-    EXPECT_FALSE(object->Load());
-    EXPECT_FALSE(object->InScan());
-    EXPECT_EQ(object->CurrentStream(), "");
-    EXPECT_EQ(object->FileName(), "");
-    EXPECT_EQ(object->Transformation(), QOR::Mat4d<double>::identity());
-}
-
-TEST(GenericBinaryObjectV2, HasAnAccessorForEachRow) {
-    const auto object = GenericBinaryObjectV2::create();
-
-    object->MimeType("image/png");
-    object->Context("context");
-    object->Id("17");
-    object->Load(true);
-    object->InScan(true);
-    object->CurrentStream("stream");
-    object->FileName("file.png");
-
-    EXPECT_EQ(object->Attr_MimeType().get(), "image/png");
-    EXPECT_EQ(object->Attr_Context().get(), "context");
-    EXPECT_EQ(object->Attr_Id().get(), "17");
-    EXPECT_TRUE(object->Attr_Load().get());
-    EXPECT_TRUE(object->Attr_InScan().get());
-    EXPECT_EQ(object->Attr_CurrentStream().get(), "stream");
-    EXPECT_EQ(object->Attr_FileName().get(), "file.png");
+TEST(GenericBinaryObjectV2, ContinuesTheTokensOfATransform) {
+    expectClass<GenericBinaryObjectV2, Transform>("GenericBinaryObjectV2", 7, 13);
+    EXPECT_EQ(GenericBinaryObjectV2::create()->getAttrToken("Transformation"), 6u);
+    EXPECT_EQ(GenericBinaryObjectV2::create()->Transformation(), Mat4d<double>::identity());
 }
 
 TEST(GenericBinaryObjectV2, IsNamedFolderAtFirst) {
@@ -115,3 +74,5 @@ TEST(GenericBinaryObjectV2, BearsTheNameThatTheStreamGives) {
     ASSERT_NE(same, nullptr);
     EXPECT_TRUE(same->Load());
 }
+
+}  // namespace QOR::AttributeContainer::Testing

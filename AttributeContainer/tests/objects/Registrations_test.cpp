@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +13,28 @@
 using namespace QOR::AttributeContainer;
 
 namespace {
+
+const char* const ownClasses[] = {
+    "ArrayContainer",
+    "AttrContainer",
+    "Container",
+    "GenericBinaryObjectV2",
+    "HDRParameterField",
+    "MarkerBase",
+    "Object",
+    "Object2d",
+    "Object3d",
+    "PanoramaPicture",
+    "Picture",
+    "PictureColorPropertiesField",
+    "Point3d",
+    "ScanProperties",
+    "TMOEasyHDRField",
+    "TMOLinearField",
+    "TMOReinhard02Field",
+    "Transform",
+    "UnknownAttrContainer",
+};
 
 // Asked for while the static objects of this file are made.
 const std::shared_ptr<AttrContainer> madeBeforeMain =
@@ -28,17 +52,25 @@ TEST_P(Registrations, GiveTheFactoryAClassUnderItsName) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, Registrations,
-                         testing::Values("ArrayContainer", "AttrContainer", "Container",
-                                         "GenericBinaryObjectV2", "MarkerBase", "Object",
-                                         "Object2d", "Object3d", "Point3d", "Transform",
-                                         "UnknownAttrContainer"),
+                         testing::ValuesIn(ownClasses),
                          [](const auto& name) { return std::string(name.param); });
+
+TEST(FactoryRegistrations, AreNineteenAndStandAheadOfAllOthers) {
+    const auto names = FieldFactory::the()->getAllRegisteredFields();
+
+    ASSERT_EQ(std::size(ownClasses), 19u);
+    ASSERT_GE(names.size(), 19u);
+    EXPECT_TRUE(std::equal(std::begin(ownClasses), std::end(ownClasses), names.begin()));
+}
 
 TEST(FactoryRegistrations, MakeObjectsOfObjectClassesOnly) {
     const auto factory = FieldFactory::the();
 
     EXPECT_NE(factory->createObject("Point3d"), nullptr);
+    EXPECT_NE(factory->createObject("PanoramaPicture"), nullptr);
     EXPECT_EQ(factory->createObject("ArrayContainer"), nullptr);
+    EXPECT_EQ(factory->createObject("ScanProperties"), nullptr);
+    EXPECT_EQ(factory->createObject("TMOLinearField"), nullptr);
     EXPECT_EQ(factory->createObject("UnknownAttrContainer"), nullptr);
 }
 

@@ -5,6 +5,7 @@
 #include <AttributeContainer/Point3d.h>
 #include <AttributeContainer/Transform.h>
 
+#include "support/ClassTable.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -12,92 +13,85 @@
 
 #include <memory>
 #include <string>
-#include <type_traits>
-#include <vector>
 
-using namespace QOR::AttributeContainer;
-using namespace QOR::AttributeContainer::Testing;
-using QOR::Mat4d;
-using QOR::Vec3d;
-using QOR::uuids::uuid;
+namespace QOR::AttributeContainer::Testing {
 
 namespace {
-
-const Vec3d<double> zero{0, 0, 0};
-
-struct Row {
-    std::uint64_t token;
-    const char* key;
-    AttrType type;
+#define ROW(...) QOR_CLASS_ROW(Object2d, __VA_ARGS__)
+const ClassRow object2dRows[] = {
+    ROW(6, Position, "Attr<Vec3dd>", 18, {0, 0, 0}),
 };
+#undef ROW
 
-constexpr AttrType intType{0};
-constexpr AttrType doubleType{9};
-constexpr AttrType vec3dType{12};
-constexpr AttrType mat4dType{25};
-constexpr AttrType uuidType{46};
+#define ROW(...) QOR_CLASS_ROW(Point3d, __VA_ARGS__)
+const ClassRow point3dRows[] = {
+    ROW(7, PositionDeviation, "Attr<double>", 18, {0.0}),
+};
+#undef ROW
 
-template <class X>
-void expectRows(const std::vector<Row>& rows, std::uint64_t lastToken) {
-    const auto object = X::create();
-    for (const Row& row : rows) {
-        EXPECT_EQ(object->getAttrToken(row.key), row.token) << row.key;
-        EXPECT_EQ(object->getAttrName(row.token), row.key);
-        const AttrDefinition* const definition = object->getAttrDefinition(row.token);
-        ASSERT_NE(definition, nullptr) << row.key;
-        EXPECT_EQ(definition->name, row.key);
-        EXPECT_EQ(definition->type, row.type) << row.key;
-        EXPECT_EQ(definition->category, 18) << row.key;
-    }
-    EXPECT_EQ(object->getMaxAttrToken(), lastToken);
-    EXPECT_EQ(object->getNumAttributes(), lastToken + 1);
-    EXPECT_EQ(object->getNumFields(), 0u);
-    EXPECT_EQ(object->getAttrToken("UUID"), 5u);
-}
+#define ROW(...) QOR_CLASS_ROW(MarkerBase, __VA_ARGS__)
+const ClassRow markerRows[] = {
+    ROW(8, id, "Attr<Uuid>", 18, {}),
+    ROW(9, scanHalf, "Attr<int>", 18, {0}),
+    ROW(10, normal, "Attr<Vec3dd>", 18, {0, 0, 0}),
+    ROW(11, orientation, "Attr<Vec3dd>", 18, {0, 0, 0}),
+};
+#undef ROW
 
-template <class X>
-void expectNamed(const std::string& name) {
-    EXPECT_EQ(X::getStaticClassName(), name);
-    EXPECT_EQ(X::create()->getClassName(), name);
-    EXPECT_EQ(X::create()->getName(), name);
-}
+#define ROW(...) QOR_CLASS_ROW(Transform, __VA_ARGS__)
+const ClassRow transformRows[] = {
+    ROW(6, Transformation, "Attr<Mat4dd>", 18, {QOR::Mat4d<double>::identity()}),
+};
+#undef ROW
 
+#define ROW(...) QOR_CLASS_ROW(Container, __VA_ARGS__)
+const ClassRow containerRows[] = {
+    ROW(7, ContainerType, "Attr<int>", 18, {10}),
+    ROW(8, Quality, "Attr<int>", 18, {2}),
+};
+#undef ROW
 }  // namespace
 
+QOR_CLASS_TABLE(Object2d, object2dRows);
+QOR_CLASS_TABLE(Point3d, point3dRows);
+QOR_CLASS_TABLE(MarkerBase, markerRows);
+QOR_CLASS_TABLE(Transform, transformRows);
+QOR_CLASS_TABLE(Container, containerRows);
+
+TEST(SpatialObjects, ContinueTheTokensOfTheirBases) {
+    expectClass<Object2d, Object>("Object2d", 6, 6);
+    expectClass<Object3d, Object2d>("Object3d", 7, 6);  // no rows of its own
+    expectClass<Point3d, Object3d>("Point3d", 7, 7);
+    expectClass<MarkerBase, Point3d>("MarkerBase", 8, 11);
+    expectClass<Transform, Object>("Transform", 6, 6);
+    expectClass<Container, Transform>("Container", 7, 8);
+}
+
 TEST(SpatialObjects, AreNamedAfterTheirClasses) {
-    expectNamed<Object2d>("Object2d");
-    expectNamed<Object3d>("Object3d");
-    expectNamed<Point3d>("Point3d");
-    expectNamed<MarkerBase>("MarkerBase");
-    expectNamed<Transform>("Transform");
-    expectNamed<Container>("Container");
+    EXPECT_EQ(Object2d::create()->getName(), "Object2d");
+    EXPECT_EQ(Object3d::create()->getName(), "Object3d");
+    EXPECT_EQ(Point3d::create()->getName(), "Point3d");
+    EXPECT_EQ(MarkerBase::create()->getName(), "MarkerBase");
+    EXPECT_EQ(Transform::create()->getName(), "Transform");
+    EXPECT_EQ(Container::create()->getName(), "Container");
 }
 
-TEST(SpatialObjects, StandInTwoFamilies) {
-    EXPECT_TRUE((std::is_base_of_v<Object, Object2d>));
-    EXPECT_TRUE((std::is_base_of_v<Object2d, Object3d>));
-    EXPECT_TRUE((std::is_base_of_v<Object3d, Point3d>));
-    EXPECT_TRUE((std::is_base_of_v<Point3d, MarkerBase>));
-    EXPECT_TRUE((std::is_base_of_v<Object, Transform>));
-    EXPECT_TRUE((std::is_base_of_v<Transform, Container>));
+TEST(SpatialObjects, HaveNoFields) {
+    EXPECT_EQ(MarkerBase::create()->getNumFields(), 0u);
+    EXPECT_EQ(Container::create()->getNumFields(), 0u);
 }
 
-TEST(SpatialObjects, HaveTheRowsOfTheirTables) {
-    expectRows<Object2d>({{6, "Position", vec3dType}}, 6);
-    expectRows<Object3d>({{6, "Position", vec3dType}}, 6);
-    expectRows<Point3d>({{6, "Position", vec3dType}, {7, "PositionDeviation", doubleType}}, 7);
-    expectRows<MarkerBase>({{6, "Position", vec3dType},
-                            {7, "PositionDeviation", doubleType},
-                            {8, "id", uuidType},
-                            {9, "scanHalf", intType},
-                            {10, "normal", vec3dType},
-                            {11, "orientation", vec3dType}},
-                           11);
-    expectRows<Transform>({{6, "Transformation", mat4dType}}, 6);
-    expectRows<Container>({{6, "Transformation", mat4dType},
-                           {7, "ContainerType", intType},
-                           {8, "Quality", intType}},
-                          8);
+TEST(SpatialObjects, LendTheirRowsToTheClassesBelowThem) {
+    const auto marker = MarkerBase::create();
+    const auto plain = Object3d::create();
+    marker->Position({1, 2, 3});
+    plain->Position({4, 5, 6});
+
+    EXPECT_EQ(marker->getAttrToken("Position"), 6u);
+    EXPECT_EQ(marker->getAttrToken("scanHalf"), 9u);
+    EXPECT_EQ(marker->Attr_Position().get(), (Vec3d<double>{1, 2, 3}));
+    EXPECT_EQ(plain->getAttrToken("Position"), 6u);
+    EXPECT_EQ(plain->Attr_Position().get(), (Vec3d<double>{4, 5, 6}));
 }
 
 TEST(SpatialObjects, UseTheSameTokenForOneThingInEachFamily) {
@@ -106,47 +100,14 @@ TEST(SpatialObjects, UseTheSameTokenForOneThingInEachFamily) {
     EXPECT_EQ(Transform::create()->getAttrToken("Position"), AttrContainer::noToken);
 }
 
-TEST(SpatialObjects, HaveTheDefaultsOfTheirTables) {
-    const auto marker = MarkerBase::create();
-    EXPECT_EQ(marker->Position(), zero);
-    EXPECT_EQ(marker->PositionDeviation(), 0.0);
-    EXPECT_TRUE(marker->id().is_nil());
-    EXPECT_EQ(marker->scanHalf(), 0);
-    EXPECT_EQ(marker->normal(), zero);
-    EXPECT_EQ(marker->orientation(), zero);
-
+TEST(SpatialObjects, BeginAsTheirTablesSay) {
     const auto container = Container::create();
-    EXPECT_EQ(container->Transformation(), Mat4d<double>::identity());
+
+    EXPECT_EQ(container->getName(), "Container");
     EXPECT_EQ(container->ContainerType(), 10);
     EXPECT_EQ(container->Quality(), 2);
+    EXPECT_EQ(container->Transformation(), Mat4d<double>::identity());
     EXPECT_TRUE(container->UUID().is_nil());
-
-    EXPECT_EQ(Transform::create()->Transformation(), Mat4d<double>::identity());
-}
-
-TEST(SpatialObjects, HaveAnAccessorForEachRow) {
-    const auto marker = MarkerBase::create();
-    const uuid id = uuid::generate();
-    marker->Position({1, 2, 3});
-    marker->PositionDeviation(0.25);
-    marker->id(id);
-    marker->scanHalf(2);
-    marker->normal({0, 0, 1});
-    marker->orientation({0, 1, 0});
-    EXPECT_EQ(marker->Attr_Position().get(), (Vec3d<double>{1, 2, 3}));
-    EXPECT_EQ(marker->Attr_PositionDeviation().get(), 0.25);
-    EXPECT_EQ(marker->Attr_id().get(), id);
-    EXPECT_EQ(marker->Attr_scanHalf().get(), 2);
-    EXPECT_EQ(marker->Attr_normal().get(), (Vec3d<double>{0, 0, 1}));
-    EXPECT_EQ(marker->Attr_orientation().get(), (Vec3d<double>{0, 1, 0}));
-
-    const auto container = Container::create();
-    container->Transformation(Mat4d<double>{});
-    container->ContainerType(3);
-    container->Quality(1);
-    EXPECT_EQ(container->Attr_Transformation().get(), Mat4d<double>{});
-    EXPECT_EQ(container->Attr_ContainerType().get(), 3);
-    EXPECT_EQ(container->Attr_Quality().get(), 1);
 }
 
 TEST(SpatialObjects, TakeAllValuesFromTheirSource) {
@@ -165,7 +126,7 @@ TEST(SpatialObjects, TakeAllValuesFromTheirSource) {
 
 TEST(SpatialObjects, KeepTheIdOfAMarkerInItsCopy) {
     const auto marker = MarkerBase::create();
-    marker->id(uuid::generate());
+    marker->id(uuids::uuid::generate());
 
     const auto copy = std::dynamic_pointer_cast<MarkerBase>(marker->duplicate(CreateDeep));
     const auto fresh = std::dynamic_pointer_cast<MarkerBase>(marker->duplicate(CreateEmpty));
@@ -195,3 +156,5 @@ TEST(SpatialObjects, ComeBackFromAStream) {
     EXPECT_EQ(sameContainer->Transformation(), Mat4d<double>::identity());
     EXPECT_EQ(written(*copy), written(*root));
 }
+
+}  // namespace QOR::AttributeContainer::Testing

@@ -1,0 +1,71 @@
+// Blocks of objects of unknown classes, for tests.
+#pragma once
+
+#include <string>
+
+namespace QOR::AttributeContainer::Testing {
+
+/// A container part that can be read.
+inline const std::string countBlock = R"(AttrContainer { 
+Attr<int> { 
+Name "Count"
+Value 5
+}
+}
+)";
+
+/// What the object writes in its place.
+inline const std::string countBlockRewritten = R"(
+AttrContainer { 
+Attr<String> { 
+Name "Name"
+Value "FallbackObject"
+}
+Attr<String> { 
+Name "Action"
+}
+Attr<String> { 
+Name "Event"
+}
+Attr<uint16_t> { 
+Name "MajorVersion"
+}
+Attr<uint16_t> { 
+Name "MinorVersion"
+}
+Attr<Uuid> { 
+Name "UUID"
+}
+Attr<int> { 
+Name "Count"
+Value 5
+}
+})";
+
+/// A container part that ends in a hard error, behind an attribute, a field and a child that can be
+/// read.
+inline const std::string brokenBlock = R"(AttrContainer { 
+Attr<int> { 
+Name "Count"
+Value 5
+}
+SubContainer { 
+"AttrContainer" "field"
+AttrContainer { 
+}
+}
+}
+Child { 
+"Object" "child"
+AttrContainer { 
+}
+}
+AttrContainer { 
+Attr<Foo> { 
+Name "odd"
+Value 1
+}
+}
+)";
+
+}  // namespace QOR::AttributeContainer::Testing

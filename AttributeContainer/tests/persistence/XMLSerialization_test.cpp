@@ -1,0 +1,320 @@
+#include <AttributeContainer/XMLSerialization.h>
+
+#include <AttributeContainer/ModelFormat.h>
+#include <AttributeContainer/Object.h>
+
+#include "support/BareAttribute.h"
+#include "support/Containers.h"
+#include "support/ObserverActors.h"
+#include "support/Streams.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <utility>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+const std::string head =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Root version=\"9.1.0.0\" format=\"0\">\n";
+const std::string foot = "</Root>";
+
+std::shared_ptr<WriteContextBase> makeContext() { return std::make_shared<WriteContextBase>(); }
+
+// The whole document of a container; "failed" where the export gives an error or a warning.
+std::string exported(AttrContainer& container,
+                     const std::shared_ptr<WriteContextBase>& context = makeContext()) {
+    std::ostringstream stream;
+    const auto error = XMLSerialization::to(stream, container, context);
+    return error ? "failed" : stream.str();
+}
+
+// The document of a plain container with these attributes behind its name.
+std::string plainDocument(const std::string& name, const std::string& attributes) {
+    return head + "<" + name + " type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n" +
+           "<Name type=\"String\">\"" + name + "\"</Name>\n" + attributes + "</attrs>\n</" + name +
+           ">\n" + foot;
+}
+
+std::shared_ptr<AttrContainer> plain(const std::string& name) {
+    const auto container = AttrContainer::create();
+    container->name(name);
+    return container;
+}
+
+// A custom attribute whose writing gives an error of some code.
+class Failing : public BareAttribute, public CustomAttribute {
+public:
+    explicit Failing(ErrorCode code) : code(code) {}
+
+    ErrorPtr writeTo(std::ostream& stream, std::shared_ptr<const WriteContextBase>) const override {
+        stream << "before";
+        return makeError(__FILE__, __LINE__, code, "Failing::writeTo");
+    }
+
+private:
+    ErrorCode code;
+};
+
+// Names its fields by nothing.
+class Nameless : public ContainerClass<Nameless, AttrContainer, "Nameless"> {
+public:
+    using Block::Block;
+    std::optional<std::string> getFieldName(std::uint64_t) const override { return std::string{}; }
+};
+
+}  // namespace
+
+TEST(XMLSerialization, WritesFieldsAheadOfAttributes) {
+    const auto scan = named<Object>("scan");
+    addCustom(*scan, "Count", 5);
+    addCustom<std::string>(*scan, "Label", "a & b");
+    const auto part = addNamedField<Object>(*scan, "part");
+    ASSERT_EQ(part->setName("part"), nullptr);
+
+    EXPECT_EQ(exported(*scan), R"(<?xml version="1.0" encoding="UTF-8"?>
+<Root version="9.1.0.0" format="0">
+<scan type="Object"><fields>
+<part type="Object" fieldname="part"><fields>
+</fields>
+<attrs>
+<Name type="String">"part"</Name>
+<Action type="String">""</Action>
+<Event type="String">""</Event>
+<MajorVersion type="uint16_t">0</MajorVersion>
+<MinorVersion type="uint16_t">0</MinorVersion>
+<UUID type="Uuid">00000000-0000-0000-0000-000000000000</UUID>
+</attrs>
+</part>
+</fields>
+<attrs>
+<Name type="String">"scan"</Name>
+<Action type="String">""</Action>
+<Event type="String">""</Event>
+<MajorVersion type="uint16_t">0</MajorVersion>
+<MinorVersion type="uint16_t">0</MinorVersion>
+<UUID type="Uuid">00000000-0000-0000-0000-000000000000</UUID>
+<Count type="int">5</Count>
+<Label type="String">"a &amp; b"</Label>
+</attrs>
+</scan>
+</Root>)");
+}
+
+TEST(XMLSerialization, NamesTheFormatVersionOfTheLibrary) {
+    EXPECT_NE(exported(*plain("x")).find("<Root version=\"" +
+                                         version.getFormatVersion()->getReleaseNumbers() + "\""),
+              std::string::npos);
+}
+
+TEST(XMLSerialization, NamesAnElementByTheContainerAndItsFieldByTheKey) {
+    const auto owner = plain("owner");
+    const auto field = AttrContainer::create();
+    field->name("inner");
+    ASSERT_TRUE(owner->addField(field, "outer", 0));
+
+    EXPECT_NE(exported(*owner).find("<inner type=\"AttrContainer\" fieldname=\"outer\"><fields>"),
+              std::string::npos);
+}
+
+TEST(XMLSerialization, LeavesAnEmptyFieldNameOut) {
+    const auto owner = Nameless::create();
+    addNamedField(*owner, "part")->name("part");
+
+    const std::string document = exported(*owner);
+
+    EXPECT_NE(document.find("<part type=\"AttrContainer\"><fields>"), std::string::npos);
+    EXPECT_EQ(document.find("fieldname"), std::string::npos);
+}
+
+TEST(XMLSerialization, PassesOverAFieldThatIsGone) {
+    const auto pole = Pole::create();
+    ASSERT_TRUE(pole->setField(0, nullptr));
+
+    const std::string document = exported(*pole);
+
+    EXPECT_EQ(document.find("fieldname=\"Mark\""), std::string::npos);
+    EXPECT_NE(document.find("fieldname=\"Top\""), std::string::npos);
+}
+
+TEST(XMLSerialization, PutsTheContextIntoItsFormatForGood) {
+    const auto context = std::make_shared<WriteContextBase>(ModelFormat::XmlV2);
+
+    exported(*plain("x"), context);
+
+    EXPECT_EQ(context->getFormat(), 1);
+}
+
+TEST(XMLSerialization, WritesTheSameDocumentWhateverTheFormatOfTheContext) {
+    const auto container = plain("x");
+
+    for (const int format : {0, 1, 2})
+        EXPECT_EQ(exported(*container, std::make_shared<WriteContextBase>(format)),
+                  plainDocument("x", ""));
+}
+
+TEST(XMLSerialization, WritesEveryValueAlsoWhereItIsADefault) {
+    const auto container = plain("x");
+    addCustom(*container, "Zero", 0);
+    addCustom<std::string>(*container, "Empty", "");
+    addCustom(*container, "No", false);
+    const auto context = makeContext();
+
+    for (const bool writesDefaults : {false, true}) {
+        context->setWriteDefaultValues(writesDefaults);
+        EXPECT_EQ(exported(*container, context),
+                  plainDocument("x", "<Zero type=\"int\">0</Zero>\n"
+                                     "<Empty type=\"String\">\"\"</Empty>\n"
+                                     "<No type=\"bool\">false</No>\n"));
+    }
+}
+
+TEST(XMLSerialization, EncodesWhatStandsInStrings) {
+    const auto container = plain("x");
+    addCustom<std::string>(*container, "Label", "<a href='b'>\"c\" & \\\n");
+
+    EXPECT_EQ(exported(*container),
+              plainDocument("x", "<Label type=\"String\">\"&lt;a href=&apos;b&apos;&gt;"
+                                 "\\&quot;c\\&quot; &amp; \\\\\\n\"</Label>\n"));
+}
+
+TEST(XMLSerialization, LetsNamesOutAsTheyAre) {
+    const auto container = AttrContainer::create();
+    {
+        const BlockObserver anyName;
+        container->name("a b<&");
+    }
+    addCustom(*container, "2nd", 1);
+
+    EXPECT_EQ(exported(*container),
+              head + "<a b<& type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
+                     "<Name type=\"String\">\"a b&lt;&amp;\"</Name>\n"
+                     "<2nd type=\"int\">1</2nd>\n</attrs>\n</a b<&>\n" + foot);
+}
+
+TEST(XMLSerialization, LeavesOutWhatIsNotPersistent) {
+    const std::string document = exported(*TallMark::create());
+
+    EXPECT_NE(document.find("<Lit type=\"bool\">true</Lit>\n"), std::string::npos);
+    EXPECT_EQ(document.find("Cached"), std::string::npos);
+}
+
+TEST(XMLSerialization, LeavesOutRelationsMarksAndChildren) {
+    const auto root = named<Object>("root");
+    const auto child = addNamed(*root, "child");
+    const auto count = addCustom(*root, "Count", 5);
+    const std::string before = exported(*root);
+    count->addObserver(*child, 5, tellAction, false);
+    count->addPreObserver(*child, 5, askAction, false);
+    count->setWriteFlag(true);
+    ASSERT_NE(written(*root).find("PostObserver"), std::string::npos);
+
+    EXPECT_EQ(exported(*root), before);
+    EXPECT_EQ(before.find("child"), std::string::npos);
+}
+
+// Marks -------------------------------------------------------------------------------------------
+
+TEST(XMLSerialization, WritesOnlyTheRootTagsForARootThatIsNotMarked) {
+    const auto root = named<Object>("root");
+    const auto context = makeContext();
+    context->setWriteOnlyMarkedObjects(true);
+
+    EXPECT_EQ(exported(*root, context), head + foot);
+}
+
+TEST(XMLSerialization, LeavesOutFieldsThatAreNotMarked) {
+    const auto root = plain("root");
+    root->Attr_Name().setMarked(true);
+    const auto marked = addNamedField(*root, "marked");
+    marked->name("marked");
+    marked->Attr_Name().setMarked(true);
+    const auto other = addNamedField(*root, "other");
+    addNamedField(*other, "below")->Attr_Name().setMarked(true);
+    const auto context = makeContext();
+    context->setWriteOnlyMarkedObjects(true);
+
+    EXPECT_EQ(exported(*root, context),
+              head + "<root type=\"AttrContainer\"><fields>\n"
+                     "<marked type=\"AttrContainer\" fieldname=\"marked\"><fields>\n</fields>\n"
+                     "<attrs>\n<Name type=\"String\">\"marked\"</Name>\n</attrs>\n</marked>\n"
+                     "</fields>\n<attrs>\n<Name type=\"String\">\"root\"</Name>\n</attrs>\n"
+                     "</root>\n" + foot);
+}
+
+TEST(XMLSerialization, LeavesOutAttributesThatAreNotMarked) {
+    const auto root = plain("root");
+    addCustom(*root, "Count", 5)->setMarked(true);
+    addCustom(*root, "Other", 6);
+    const auto context = makeContext();
+    context->setWriteOnlyMarked(true);
+
+    EXPECT_EQ(exported(*root, context),
+              head + "<root type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
+                     "<Count type=\"int\">5</Count>\n</attrs>\n</root>\n" + foot);
+}
+
+// Failures ----------------------------------------------------------------------------------------
+
+TEST(XMLSerialization, NeedsAContext) {
+    std::ostringstream stream;
+
+    EXPECT_EQ(codeOf(XMLSerialization::to(stream, *plain("x"), nullptr)),
+              ErrorCode::ContextMissing);
+
+    EXPECT_EQ(stream.str(), "");
+}
+
+TEST(XMLSerialization, ClosesTheRootAlsoWhereAnAttributeFails) {
+    const auto container = plain("x");
+    ASSERT_FALSE(
+        container->addAttribute(std::make_shared<Failing>(ErrorCode::ParseFailed), "Bad").expired());
+    addCustom(*container, "Behind", 1);
+    std::ostringstream stream;
+
+    const auto error = XMLSerialization::to(stream, *container, makeContext());
+
+    EXPECT_EQ(codeOf(error), ErrorCode::ParseFailed);
+    EXPECT_EQ(stream.str(), head + "<x type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
+                                   "<Name type=\"String\">\"x\"</Name>\n"
+                                   "<Bad type=\"but\">before" + foot);
+}
+
+TEST(XMLSerialization, GivesTheFirstWarningAndGoesOn) {
+    const auto container = plain("x");
+    const auto field = addNamedField(*container, "part");
+    field->name("part");
+    ASSERT_FALSE(field->addAttribute(std::make_shared<Failing>(ErrorCode::ElementSkipped), "Odd")
+                     .expired());
+    ASSERT_FALSE(container
+                     ->addAttribute(std::make_shared<Failing>(ErrorCode::AttributeNotMarked), "Odd")
+                     .expired());
+    addCustom(*container, "Behind", 1);
+    std::ostringstream stream;
+
+    const auto error = XMLSerialization::to(stream, *container, makeContext());
+
+    EXPECT_EQ(codeOf(error), ErrorCode::ElementSkipped);
+    EXPECT_TRUE(stream.str().ends_with("<Odd type=\"but\">before</Odd>\n"
+                                       "<Behind type=\"int\">1</Behind>\n"
+                                       "</attrs>\n</x>\n</Root>"));
+}
+
+TEST(XMLSerialization, TellsOfAStreamThatTakesNoMore) {
+    std::ostringstream stream;
+    stream.setstate(std::ios::failbit);
+    const auto unmarked = makeContext();
+    unmarked->setWriteOnlyMarkedObjects(true);
+
+    EXPECT_EQ(codeOf(XMLSerialization::to(stream, *plain("x"), makeContext())),
+              ErrorCode::StreamFailed);
+    EXPECT_EQ(codeOf(XMLSerialization::to(stream, *plain("x"), unmarked)),
+              ErrorCode::StreamFailed);
+}
