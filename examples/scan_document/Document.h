@@ -4,21 +4,23 @@
 #include "Observers.h"
 #include "Scan.h"
 
-#include <AttributeContainer/Object.h>
+#include <AttributeContainer/Container.h>
 
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace example {
 
 /// A project with its scans:
 ///
-///     Project
-///       Scans            NumScans, NumPoints
-///         <a scan each>  NumPoints, Points, Normals where it has some, UUID
-///           BoundingBox  a field: Min, Max
+///     Project                 a Container
+///       Scans                 a Container: NumScans, NumPoints
+///         <a scan each>       a Transform: NumPoints, Points, Normals where it has some, UUID
+///           ScanProperties    a field: distances, bounding box, normals
+///           Nearest, Farthest markers at these points
+///           Panorama          with its colour settings and their tone mapping as fields
+///       <a track each>        a Container of Transforms, one for each pose
 ///
 /// A printer watches the number of all points, a guard the names of the scans. Relations do not own
 /// whom they lead to, so the document does.
@@ -30,11 +32,14 @@ public:
     /// \return the new object
     std::shared_ptr<model::Object> addScan(const Scan& scan);
 
+    /// Adds a track in the same way. \return the container of its poses
+    std::shared_ptr<model::Object> addTrack(const Track& track);
+
     model::Object& getRoot() const { return *root; }
 
 private:
-    std::shared_ptr<model::Object> root;
-    std::shared_ptr<model::Object> scans;
+    std::shared_ptr<model::Container> root;
+    std::shared_ptr<model::Container> scans;
     std::shared_ptr<model::Attr<std::uint64_t>> numScans;
     std::shared_ptr<model::Attr<std::uint64_t>> numPoints;
     std::shared_ptr<ChangePrinter> printer;

@@ -3,6 +3,7 @@
 #include "ErrorText.h"
 #include "MemoryStream.h"
 
+#include <AttributeContainer/Container.h>
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/ModelOutFormat.h>
 #include <AttributeContainer/ReadContext.h>
@@ -48,7 +49,7 @@ std::shared_ptr<model::Object> readDocument(const std::string& text) {
     if (model::VersionNum::isVersionNumberNewer(*model::version.getFormatVersion(), formatVersion))
         throw ModelFailure("reading", "the document has the format " +
                                           formatVersion.getReleaseNumbers() + ", which is too new");
-    const auto root = model::Object::create();
+    const auto root = model::Container::create();  // what a root is, the stream does not say
     try {
         // A warning, too, is a failure here: nothing that this program writes should give one.
         if (const auto error = root->readFrom(stream, context))

@@ -1,6 +1,7 @@
-// One laser scan as the example handles it, before it becomes part of a document.
+// Laser scans and tracks as the example handles them, before they become part of a document.
 #pragma once
 
+#include <QOR/Mat4d.h>
 #include <QOR/Vec.h>
 
 #include <cmath>
@@ -10,12 +11,21 @@
 namespace example {
 
 using Point = QOR::Vec3d<double>;
+using Pose = QOR::Mat4d<double>;
 
-/// The points of one scan, in metres, and their normals: as many as points, or none.
+/// The points of one scan, in metres as seen from the instrument, and their normals: as many as
+/// points, or none.
 struct Scan {
     std::string name;
     std::vector<Point> points;
     std::vector<Point> normals;
+};
+
+/// Where a sensor was, one pose behind the other: the first three columns are its axes, the last one
+/// its position in metres.
+struct Track {
+    std::string name;
+    std::vector<Pose> poses;
 };
 
 /// The nearest number that a stream keeps in full, with eight digits behind the point.

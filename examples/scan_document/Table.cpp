@@ -55,6 +55,7 @@ void printTable(const Summary& summary) {
     printRow("fields", grouped(comparison.numFields));
     printRow("attributes", grouped(comparison.numAttributes));
     printRow("points", grouped(summary.numPoints));
+    if (summary.numPoses > 0) printRow("poses", grouped(summary.numPoses));
     printRow("bytes", grouped(summary.numBytes));
     printRow("build", milliseconds(summary.build));
     printRow("write", milliseconds(summary.write), rate(summary.numBytes, summary.write));

@@ -15,6 +15,7 @@ using Seconds = std::chrono::duration<double>;
 struct Summary {
     Comparison comparison;
     std::uint64_t numPoints = 0;
+    std::uint64_t numPoses = 0;
     std::uint64_t numBytes = 0;
     bool isSameText = false;  // the second tree gave the same bytes as the first
     Seconds build{};

@@ -1,7 +1,7 @@
 // Builds a document from laser scans, stores it as a model stream, reads it back and holds the two
 // against each other:
-//   scan_document [--output FILE] [point files...]
-// Without point files it makes a scan of a room. The exit status is 0 if the tree that was read
+//   scan_document [--output FILE] [--track FILE] [point files...]
+// Without point files it makes a scan of a room. A track gives the poses of a sensor. The exit status is 0 if the tree that was read
 // equals the one that was written and gives the same bytes when it is written again, 1 if not, and
 // 2 for bad arguments, point files that cannot be read, and files that cannot be written.
 #include "Compare.h"
@@ -11,6 +11,7 @@
 #include "PointFile.h"
 #include "Room.h"
 #include "Table.h"
+#include "TrackFile.h"
 
 #include <QOR/Uuid.h>
 
@@ -33,14 +34,16 @@ constexpr int different = 1;
 constexpr int badInput = 2;
 
 const char* const usage =
-    "usage: scan_document [--output FILE] [point files...]\n"
+    "usage: scan_document [--output FILE] [--track FILE] [point files...]\n"
     "  Point files hold x,y,z,nx,ny,nz lines behind a heading line, or legacy VTK text.\n"
     "  Without any, a scan of a room is made.\n"
-    "  --output FILE  keeps the document in this file\n";
+    "  --output FILE  keeps the document in this file\n"
+    "  --track FILE   adds the track of a sensor, legacy VTK text, as poses\n";
 
 struct Arguments {
     std::vector<std::filesystem::path> pointFiles;
     std::optional<std::filesystem::path> output;
+    std::optional<std::filesystem::path> track;
     bool help = false;
 };
 
@@ -50,9 +53,10 @@ std::optional<Arguments> parse(const std::vector<std::string>& words) {
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (words[i] == "--help" || words[i] == "-h") {
             arguments.help = true;
-        } else if (words[i] == "--output") {
+        } else if (words[i] == "--output" || words[i] == "--track") {
+            auto& file = words[i] == "--output" ? arguments.output : arguments.track;
             if (++i == words.size()) return std::nullopt;
-            arguments.output = words[i];
+            file = words[i];
         } else if (words[i].starts_with("--")) {
             return std::nullopt;
         } else {
@@ -110,10 +114,18 @@ void tryName(model::Object& scan, const std::string& name) {
     std::cout << "  its name is " << scan.getName() << '\n';
 }
 
+void addTrack(Document& document, const std::filesystem::path& file, Summary& summary) {
+    const Track track = readTrackFile(file);
+    std::cout << "adding the track " << track.name << ", " << track.poses.size() << " poses\n";
+    const auto poses = timed(summary.build, [&] { return document.addTrack(track); });
+    summary.numPoses += poses->getNumChildren();
+}
+
 int run(const Arguments& arguments) {
     const std::vector<Scan> scans = takeScans(arguments.pointFiles);
     Summary summary;
     Document document;
+    if (arguments.track) addTrack(document, *arguments.track, summary);
     for (const Scan& scan : scans) {
         std::cout << "adding " << scan.name << ", " << scan.points.size() << " points\n";
         const auto object = timed(summary.build, [&] { return document.addScan(scan); });

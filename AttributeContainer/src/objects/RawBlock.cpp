@@ -66,7 +66,9 @@ RawBlock RawBlock::read(std::string beginning, std::istream& stream) {
         } else {
             takeRun(source, character, block.text);
         }
-        if (block.containerBegin == noContainer && isContainerWord(block.text, begin))
+        // Inside another block the word is no container of this object: to make that one its own
+        // would leave the braces around it behind.
+        if (depth == 1 && block.containerBegin == noContainer && isContainerWord(block.text, begin))
             block.containerBegin = begin;
     }
     return block;

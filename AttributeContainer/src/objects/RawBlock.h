@@ -12,7 +12,7 @@ struct RawBlock {
     static constexpr std::size_t noContainer = std::string::npos;
 
     std::string text;
-    std::size_t containerBegin = noContainer;  // where the first "AttrContainer" stands
+    std::size_t containerBegin = noContainer;  // where the first "AttrContainer" of its own stands
     bool isEnded = false;                      // false where the input ended inside the block
 
     /// Reads on from `beginning`, the word that was taken from the block already, up to and with

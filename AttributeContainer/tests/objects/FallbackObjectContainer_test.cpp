@@ -65,6 +65,26 @@ TEST(FallbackObjectContainer, FindsTheContainerWhateverTheCaseOfItsWord) {
     EXPECT_EQ(written(*object), "\nFoo 1\n\nATTRCONTAINER { \n} ");
 }
 
+TEST(FallbackObjectContainer, LeavesAContainerInsideAnotherBlockToThatBlock) {
+    const std::string text = "Wrapper { \n" + countBlock + "}\n";
+    const auto object = FallbackObject::create();
+
+    EXPECT_EQ(readText(*object, text + "}"), ErrorCode::ElementSkipped);
+
+    EXPECT_EQ(object->getAttrToken("Count"), AttrContainer::noToken);
+    EXPECT_EQ(written(*object), "\n" + text);
+}
+
+TEST(FallbackObjectContainer, FindsItsContainerBehindABlockThatHoldsAnother) {
+    const std::string wrapper = "Wrapper { \nAttrContainer { \n}\n}\n";
+    const auto object = FallbackObject::create();
+
+    EXPECT_EQ(readText(*object, wrapper + countBlock + "}"), ErrorCode::ElementSkipped);
+
+    EXPECT_NE(object->getAttrToken("Count"), AttrContainer::noToken);
+    EXPECT_EQ(written(*object), "\n" + wrapper + countBlockRewritten);
+}
+
 TEST(FallbackObjectContainer, DoesNotTakeAQuotedWordForTheContainer) {
     const auto object = FallbackObject::create();
 

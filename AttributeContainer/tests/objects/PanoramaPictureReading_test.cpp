@@ -109,7 +109,7 @@ TEST(PanoramaPictureReading, TurnsOnceOverWriteReadWriteRead) {
         expectSettled(*panorama, turnedPlace, 1);
         const std::string stream = written(*root);
         EXPECT_NE(stream.find("Name \"TrafoFixedFlags\"\nValue 1\n"), std::string::npos);
-        if (round > 0) EXPECT_EQ(stream, former);
+        EXPECT_TRUE(round == 0 || stream == former) << stream;
         former = stream;
         root = Object::create();
         ASSERT_EQ(readText(*root, stream), std::nullopt);

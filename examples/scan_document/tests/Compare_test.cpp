@@ -49,10 +49,12 @@ TEST_F(CompareTrees, FindsNothingInACopyAndCountsWhatItSaw) {
 
     EXPECT_EQ(comparison.differences, Differences{});
     EXPECT_TRUE(comparison.isEqual());
-    EXPECT_EQ(comparison.numObjects, 3U);
-    EXPECT_EQ(comparison.numFields, 1U);
-    // Six of each object's class; two more of the scans, three more of the scan, three of the box.
-    EXPECT_EQ(comparison.numAttributes, 3U * 6 + 2 + 3 + 3);
+    // The project, the scans, the scan, two markers and the panorama.
+    EXPECT_EQ(comparison.numObjects, 6U);
+    // The properties of the scan, the colours of the panorama and their tone mapping.
+    EXPECT_EQ(comparison.numFields, 3U);
+    // Those of the classes, two more of the scans and three more of the scan.
+    EXPECT_EQ(comparison.numAttributes, 2U * 9 + 2 + 7 + 3 + 2 * 12 + 38 + 34 + 2 + 15);
 }
 
 TEST_F(CompareTrees, ShowsTheFirstPointThatDiffersWithAllItsDigits) {
@@ -77,15 +79,24 @@ TEST_F(CompareTrees, ShowsBothValuesOfAnyOtherAttribute) {
 }
 
 TEST_F(CompareTrees, LooksIntoFields) {
-    const auto box = scan->getField("BoundingBox").lock();
-    box->rmAttribute("Max");
+    const auto properties = scan->getField("ScanProperties").lock();
+    properties->getAttribute("HasNormals").lock()->assignFrom("false");
 
-    EXPECT_EQ(differences(), Differences{"/Scans/small/BoundingBox: number of attributes in the "
-                                         "first tree 3, in the second 2"});
+    EXPECT_EQ(differences(), Differences{"/Scans/small/ScanProperties#HasNormals: value in the "
+                                         "first tree true, in the second false"});
+}
+
+TEST_F(CompareTrees, LooksIntoFieldsOfFields) {
+    const auto colours = scan->inqChild("Panorama")->getField(0).lock();
+    colours->getField(0).lock()->getAttribute("Gamma").lock()->assignFrom("2.5");
+
+    EXPECT_EQ(differences(), Differences{"/Scans/small/Panorama/PictureColorPropertiesField/"
+                                         "HDRParameterField#Gamma: value in the first tree 1.6, in "
+                                         "the second 2.5"});
 }
 
 TEST_F(CompareTrees, NoticesAMissingField) {
-    scan->rmField("BoundingBox");
+    scan->rmField("ScanProperties");
 
     EXPECT_EQ(differences(), Differences{"/Scans/small: number of fields in the first tree 1, in "
                                          "the second 0"});
@@ -121,7 +132,7 @@ TEST_F(CompareTrees, NoticesAnotherClass) {
 
     ASSERT_FALSE(found.empty());
     EXPECT_EQ(found.front(),
-              "/Scans/small: class in the first tree \"Object\", in the second \"Container\"");
+              "/Scans/small: class in the first tree \"Transform\", in the second \"Container\"");
 }
 
 TEST(Kept, RoundsToEightDigitsBehindThePoint) {

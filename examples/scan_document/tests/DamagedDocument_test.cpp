@@ -68,7 +68,7 @@ void expectValid(model::Object& root, const std::string& where) {
     };
     const std::string text = write(root);
     ASSERT_FALSE(text.empty()) << where;
-    const auto again = model::Object::create();
+    const auto again = model::Container::create();
     std::istringstream stream(text);
     const auto error = again->readFrom(stream, std::make_shared<model::ReadContextBase>());
     EXPECT_TRUE(!error || error->isWarning()) << where;
@@ -76,7 +76,7 @@ void expectValid(model::Object& root, const std::string& where) {
 
 TEST(DamagedDocument, StandsInFullWhereNothingIsDamaged) {
     ASSERT_GT(beginning().size(), damagedBytes);
-    const auto root = model::Object::create();
+    const auto root = model::Container::create();
 
     EXPECT_EQ(read(beginning(), *root), Outcome::Done);  // the end of the input is a quiet end
 
@@ -86,7 +86,7 @@ TEST(DamagedDocument, StandsInFullWhereNothingIsDamaged) {
 
 TEST(DamagedDocument, CanBeReadUpToAnyByte) {
     for (std::size_t length = 0; length < damagedBytes; ++length) {
-        const auto root = model::Object::create();
+        const auto root = model::Container::create();
 
         const Outcome outcome = read(beginning().substr(0, length), *root);
 
@@ -101,7 +101,7 @@ TEST(DamagedDocument, CanBeReadWithAnyByteChanged) {
     for (std::size_t at = 0; at < damagedBytes; ++at) {
         std::string text = beginning();
         text[at] = static_cast<char>(text[at] ^ (1 << (at % 8)));
-        const auto root = model::Object::create();
+        const auto root = model::Container::create();
 
         if (read(text, *root) == Outcome::Done) ++numUnharmed;
 

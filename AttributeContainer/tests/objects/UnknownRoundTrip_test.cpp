@@ -1,0 +1,309 @@
+// What a newer program wrote comes through this one: it is read and written back.
+#include <AttributeContainer/FallbackObject.h>
+
+#include <AttributeContainer/Point3d.h>
+#include <AttributeContainer/ScanProperties.h>
+
+#include "support/ObjectText.h"
+#include "support/Streams.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+// The block of one attribute, behind a line feed as in all that is written.
+std::string attribute(const std::string& type, const std::string& name, const std::string& value) {
+    return "\nAttr<" + type + "> { \nName \"" + name + "\"\nValue " + value + "\n}";
+}
+
+// The body of an object with attributes of its own and what lies in its container behind them.
+std::string bodyWith(const std::string& name, const std::string& more) {
+    std::string text = body(name);
+    return text.insert(text.size() - 2, more);  // ahead of the last "\n}"
+}
+
+std::string childOf(const std::string& type, const std::string& name, const std::string& content) {
+    return "\nChild { \n\"" + type + "\" \"" + name + "\"" + content + "\n}";
+}
+
+std::string fieldOf(const std::string& type, const std::string& name, const std::string& content) {
+    return "\nSubContainer { \n\"" + type + "\" \"" + name + "\"" + content + "\n}";
+}
+
+// The stream of an object named "root", with children.
+std::string rootWith(const std::string& children) { return body("root") + children; }
+
+// A root that was read from a stream, and what the read gave.
+struct Read {
+    std::shared_ptr<Object> root = Object::create();
+    std::optional<ErrorCode> code;
+
+    explicit Read(const std::string& stream) : code(readText(*root, stream)) {}
+
+    std::shared_ptr<FallbackObject> fallback(const std::string& path) const {
+        return std::dynamic_pointer_cast<FallbackObject>(root->inqObject(path));
+    }
+};
+
+void expectComesBack(const std::string& stream) {
+    const Read read(stream);
+
+    EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+}  // namespace
+
+TEST(UnknownRoundTrip, KeepsAnUnknownObject) {
+    expectComesBack(rootWith(
+        childOf("Station", "s1", bodyWith("s1", attribute("double", "InstrumentHeight", "1.75")))));
+}
+
+TEST(UnknownRoundTrip, LetsTheKnownPartsOfAnUnknownObjectTakePart) {
+    const Read read(rootWith(
+        childOf("Station", "s1", bodyWith("s1", attribute("double", "InstrumentHeight", "1.75")))));
+
+    const auto station = read.fallback("s1");
+    ASSERT_NE(station, nullptr);
+    EXPECT_EQ(station->getOriginalClassName(), "Station");
+    const auto height = station->getAttribute("InstrumentHeight").lock();
+    ASSERT_NE(height, nullptr);
+    EXPECT_EQ(height->getValueString(), "1.75");
+
+    height->assignFrom("2.5");
+
+    EXPECT_NE(written(*read.root).find("Name \"InstrumentHeight\"\nValue 2.5\n"),
+              std::string::npos);
+}
+
+TEST(UnknownRoundTrip, KeepsUnknownObjectsInsideUnknownObjects) {
+    const std::string inner =
+        childOf("Prism", "p1", bodyWith("p1", attribute("int", "Constant", "-30")));
+    const std::string middle = childOf("Tripod", "t1", body("t1") + inner + child("plain"));
+    const std::string stream = rootWith(childOf("Station", "s1", body("s1") + middle));
+    expectComesBack(stream);
+
+    const Read read(stream);
+    ASSERT_NE(read.fallback("s1/t1/p1"), nullptr);
+    EXPECT_EQ(read.fallback("s1/t1/p1")->getOriginalClassName(), "Prism");
+    EXPECT_NE(read.fallback("s1/t1/p1")->getAttrToken("Constant"), AttrContainer::noToken);
+    EXPECT_EQ(read.root->inqObject("s1/t1/plain")->getClassName(), "Object");
+}
+
+TEST(UnknownRoundTrip, KeepsUnknownTextInsideAnUnknownObjectInsideAKnownOne) {
+    // The innermost has no container; its text gains the line feed ahead of it and no other.
+    const Read read(rootWith(child("plain", childOf("Foo", "f", "\nBar 1 { 2 } \"x\""))));
+
+    EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(written(*read.root),
+              rootWith(child("plain", childOf("Foo", "f", "\nBar 1 { 2 } \"x\"\n"))));
+}
+
+TEST(UnknownRoundTrip, AddsALineFeedToUnknownTextWithEachRound) {
+    std::string text = "\nBar 1";
+    for (int round = 0; round < 3; ++round) {
+        const Read read(rootWith(childOf("Foo", "f", text)));
+        text += '\n';  // the one ahead of the brace that ends the block belongs to the text by now
+        EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", text)));
+    }
+}
+
+TEST(UnknownRoundTrip, KeepsWhatStandsAheadOfTheContainer) {
+    const std::string ahead = "\nCalibration { \n\"2031-05-01\" { 1 2 3 }\n}";
+    const Read read(rootWith(childOf("Foo", "f", ahead + bodyWith("f", ""))));
+
+    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", ahead + "\n" + body("f"))));
+}
+
+TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInQuotes) {
+    const std::string text = R"(
+Remark "a } in \"quotes\" { and \\"
+Path "C:\\" { "}" })";
+    const Read read(rootWith(childOf("Foo", "f", text) + child("behind")));
+
+    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", text + "\n") + child("behind")));
+}
+
+TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInValues) {
+    expectComesBack(rootWith(childOf(
+        "Foo", "f",
+        bodyWith("f", attribute("String", "Remark", R"("a } in \"quotes\" { and \\")")))));
+}
+
+// Fields ------------------------------------------------------------------------------------------
+
+TEST(UnknownRoundTrip, KeepsUnknownFieldsOfKnownObjects) {
+    const std::string stream = bodyWith(
+        "root", fieldOf("Weather", "weather",
+                        bodyWith("weather", attribute("double", "Celsius", "-4.5"))));
+    const Read read(stream);
+
+    EXPECT_EQ(read.code, ErrorCode::ElementSkipped);
+    const auto field =
+        std::dynamic_pointer_cast<FallbackObject>(read.root->getField("weather").lock());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->getOriginalClassName(), "Weather");
+    EXPECT_EQ(field->getAttribute("Celsius").lock()->getValueString(), "-4.5");
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+TEST(UnknownRoundTrip, KeepsKnownChildrenOfUnknownFields) {
+    const std::string point = childOf(
+        "Point3d", "p",
+        bodyWith("p", attribute("Vec3dd", "Position", "1 2 3") +
+                          "\nAttr<double> { \nName \"PositionDeviation\"\n}"));
+    const std::string stream =
+        bodyWith("root", fieldOf("Targets", "targets", body("targets") + point));
+    const Read read(stream);
+
+    const auto field = std::dynamic_pointer_cast<Object>(read.root->getField("targets").lock());
+    ASSERT_NE(field, nullptr);
+    const auto same = std::dynamic_pointer_cast<Point3d>(field->inqChild("p"));
+    ASSERT_NE(same, nullptr);
+    EXPECT_EQ(same->Position(), (QOR::Vec3d<double>{1, 2, 3}));
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+TEST(UnknownRoundTrip, KeepsKnownFieldsOfUnknownFields) {
+    const std::string inner = "\nAttrContainer { " +
+                              ("\nAttr<String> { \nName \"Name\"\nValue \"inner\"\n}" +
+                               attribute("int", "Count", "3")) +
+                              "\n}";
+    const std::string stream = bodyWith(
+        "root",
+        fieldOf("Outer", "outer", bodyWith("outer", fieldOf("AttrContainer", "inner", inner))));
+    const Read read(stream);
+
+    const auto outer = read.root->getField("outer").lock();
+    ASSERT_NE(outer, nullptr);
+    const auto field = outer->getField("inner").lock();
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->getClassName(), "AttrContainer");
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+TEST(UnknownRoundTrip, KeepsUnknownTextOfFields) {
+    const Read read(bodyWith("root", fieldOf("Weather", "weather", "\nRain { 1 }")));
+
+    EXPECT_EQ(read.code, ErrorCode::ElementSkipped);
+    EXPECT_EQ(written(*read.root),
+              bodyWith("root", fieldOf("Weather", "weather", "\nRain { 1 }\n")));
+}
+
+// Attributes --------------------------------------------------------------------------------------
+
+TEST(UnknownRoundTrip, KeepsUnknownAttributesOfKnownObjects) {
+    const std::string stream = rootWith(childOf(
+        "Object", "plain", bodyWith("plain", attribute("StringArray", "Tags", R"(2 "a" "b")"))));
+    const Read read(stream);
+
+    EXPECT_EQ(read.code, std::nullopt);
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+TEST(UnknownRoundTrip, KeepsAttributesThatCannotBeMadeAsTextOfAnUnknownObject) {
+    for (const std::string type : {"ScanPt", "ScanPtVector"}) {
+        const std::string content =
+            bodyWith("f", attribute("int", "Count", "3") + attribute(type, "Points", "{ 1 } ") +
+                              attribute("int", "Behind", "4"));
+        const Read read(rootWith(childOf("Foo", "f", content) + child("behind")));
+
+        EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
+        ASSERT_NE(read.fallback("f"), nullptr);
+        EXPECT_EQ(read.fallback("f")->getAttrToken("Count"), AttrContainer::noToken);
+        EXPECT_EQ(written(*read.root),
+                  rootWith(childOf("Foo", "f", content + "\n") + child("behind")));
+    }
+}
+
+TEST(UnknownRoundTrip, EndsWhereAKnownObjectHasAnAttributeThatCannotBeMade) {
+    for (const std::string type : {"ScanPt", "ScanPtVector"}) {
+        const Read read(rootWith(
+            child("ahead") +
+            childOf("Object", "odd",
+                    bodyWith("odd", attribute("int", "Count", "3") +
+                                        attribute(type, "Points", "{ 1 } "))) +
+            child("behind")));
+
+        EXPECT_EQ(read.code, ErrorCode::AttributeNotCreated) << type;
+        EXPECT_EQ(childNames(*read.root), (Names{"ahead", "odd"}));  // what was read so far stays
+        EXPECT_NE(read.root->inqChild("odd")->getAttrToken("Count"), AttrContainer::noToken);
+    }
+}
+
+TEST(UnknownRoundTrip, KeepsAttributesOfUnknownTypesAsTextOfAnUnknownObject) {
+    const std::string content =
+        bodyWith("f", attribute("Quaternion", "Pose", "1 0 0 0") + attribute("int", "Behind", "4"));
+    const Read read(rootWith(childOf("Foo", "f", content) + child("behind")));
+
+    EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
+    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", content + "\n") + child("behind")));
+}
+
+TEST(UnknownRoundTrip, GivesUpAKnownObjectWithAnAttributeOfAnUnknownType) {
+    const Read read(rootWith(
+        child("ahead") +
+        childOf("Object", "odd", bodyWith("odd", attribute("Quaternion", "Pose", "1 0 0 0"))) +
+        child("behind")));
+
+    EXPECT_EQ(read.code, ErrorCode::AttributeNotCreated);
+    EXPECT_EQ(childNames(*read.root), (Names{"ahead", "odd"}));
+}
+
+// Classes that changed ----------------------------------------------------------------------------
+
+TEST(UnknownRoundTrip, KeepsTheAttributesOfABaseThatAClassHasNoMore) {
+    // A point that was a transform when it was written.
+    const std::string former =
+        attribute("Mat4dd", "Transformation", "1 0 0 0  0 1 0 0  0 0 1 0  0 0 0 1  ");
+    const Read read(rootWith(childOf(
+        "Point3d", "p", bodyWith("p", former + attribute("Vec3dd", "Position", "1 2 3")))));
+
+    EXPECT_EQ(read.code, std::nullopt);
+    const auto point = std::dynamic_pointer_cast<Point3d>(read.root->inqChild("p"));
+    ASSERT_NE(point, nullptr);
+    EXPECT_EQ(point->Position(), (QOR::Vec3d<double>{1, 2, 3}));
+    EXPECT_EQ(point->getAttrToken("Transformation"), 8u);  // behind those of the class
+
+    EXPECT_EQ(written(*read.root),
+              rootWith(childOf("Point3d", "p",
+                               bodyWith("p", attribute("Vec3dd", "Position", "1 2 3") +
+                                                 "\nAttr<double> { \nName \"PositionDeviation\"\n}" +
+                                                 former))));
+}
+
+TEST(UnknownRoundTrip, KeepsAFieldClassThatWasAnObjectWhenItWasWritten) {
+    const std::string content = bodyWith("stats", attribute("bool", "HasNormals", "true"));
+    expectComesBack(rootWith(childOf("ScanProperties", "stats", content)));
+
+    const Read read(rootWith(childOf("ScanProperties", "stats", content)));
+    ASSERT_NE(read.fallback("stats"), nullptr);
+    EXPECT_EQ(read.fallback("stats")->getOriginalClassName(), "ScanProperties");
+}
+
+TEST(UnknownRoundTrip, TakesAnObjectClassAsAFieldWhereItWasOneWhenItWasWritten) {
+    const std::string stream =
+        bodyWith("root", fieldOf("Object", "inner", bodyWith("inner", attribute("int", "N", "1"))));
+    const Read read(stream);
+
+    EXPECT_EQ(read.code, std::nullopt);
+    EXPECT_EQ(read.root->getField("inner").lock()->getClassName(), "Object");
+    EXPECT_EQ(written(*read.root), stream);
+}
+
+TEST(UnknownRoundTrip, ConvertsAValueWhoseAttributeChangedItsType) {
+    const Read read(rootWith(
+        childOf("Point3d", "p", bodyWith("p", attribute("String", "PositionDeviation", "\"0.5\"")))));
+
+    EXPECT_EQ(read.code, std::nullopt);
+    EXPECT_EQ(std::dynamic_pointer_cast<Point3d>(read.root->inqChild("p"))->PositionDeviation(),
+              0.5);
+}
