@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 
 namespace class_tables {
 
@@ -33,10 +35,12 @@ std::string valueTypeOf(AttrType type) {
     return names.at(static_cast<std::size_t>(type));
 }
 
-// The value that an attribute has in a new object. `other` is another new object of the class.
-std::string defaultOf(const Attribute& attribute, const AttrContainer& other) {
-    const auto same = other.getAttribute(attribute.getToken()).lock();
-    if (!same || *same != attribute) return "made anew for each object";
+std::string textOf(const Attribute& attribute) {
+    if (const auto* const number = dynamic_cast<const Attr<double>*>(&attribute)) {
+        std::ostringstream text;  // the plain text of a number is rounded
+        DataOutFormat<double>(text, ModelFormat::Text).put(number->get());
+        return std::move(text).str();
+    }
     if (const auto* const text = dynamic_cast<const Attr<std::string>*>(&attribute))
         return text->get().empty() ? "empty" : '"' + text->get() + '"';
     if (const auto* const matrix = dynamic_cast<const Attr<QOR::Mat4d<double>>*>(&attribute))
@@ -44,6 +48,12 @@ std::string defaultOf(const Attribute& attribute, const AttrContainer& other) {
     if (const auto* const id = dynamic_cast<const Attr<QOR::uuids::uuid>*>(&attribute))
         if (id->get().is_nil()) return "nil";
     return attribute.getValueString();
+}
+
+// The value that an attribute has in a new object. `other` is another new object of the class.
+std::string defaultOf(const Attribute& attribute, const AttrContainer& other) {
+    const auto same = other.getAttribute(attribute.getToken()).lock();
+    return same && *same == attribute ? textOf(attribute) : "made anew for each object";
 }
 
 std::vector<AttributeRow> attributesOf(const AttrContainer& object, const AttrContainer& other,
@@ -74,6 +84,20 @@ std::vector<FieldRow> fieldsOf(const AttrContainer& object, std::uint64_t first,
     return rows;
 }
 
+// The values of a base that are others in a new object of the class. Names have their own line.
+template <class X, class B>
+std::vector<OtherStart> otherStartsOf(const X& object, const X& other) {
+    std::vector<OtherStart> starts;
+    const auto base = B::create();
+    for (std::uint64_t token = 1; token != B::lastAttrToken() + 1; ++token) {
+        const Attribute& attribute = *object.getAttribute(token).lock();
+        const bool isMadeAnew = *other.getAttribute(token).lock() != attribute;
+        if (!isMadeAnew && *base->getAttribute(token).lock() != attribute)
+            starts.push_back({attribute.getName(), textOf(attribute)});
+    }
+    return starts;
+}
+
 template <class X>
 ClassTable tableOf() {
     const auto object = X::create();
@@ -82,6 +106,7 @@ ClassTable tableOf() {
                      {},
                      object->getName(),
                      FieldFactory::the()->createField(X::getStaticClassName()) != nullptr,
+                     {},
                      {},
                      {}};
     if constexpr (std::is_same_v<X, AttrContainer>) {
@@ -92,6 +117,7 @@ ClassTable tableOf() {
         table.attributes =
             attributesOf(*object, *other, B::lastAttrToken() + 1, X::lastAttrToken());
         table.fields = fieldsOf(*object, B::lastFieldToken() + 1, X::lastFieldToken());
+        table.otherStarts = otherStartsOf<X, B>(*object, *other);
     }
     return table;
 }

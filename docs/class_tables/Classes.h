@@ -24,6 +24,12 @@ struct FieldRow {
     std::string className;
 };
 
+/// A value with which a class begins where its base begins with another one.
+struct OtherStart {
+    std::string key;
+    std::string text;  // for people
+};
+
 /// One class with its own rows; those of its bases stand there.
 struct ClassTable {
     std::string name;
@@ -32,6 +38,7 @@ struct ClassTable {
     bool isRegistered;      // with the factory, so that streams can make it
     std::vector<AttributeRow> attributes;
     std::vector<FieldRow> fields;
+    std::vector<OtherStart> otherStarts;
 };
 
 /// All container classes of the library, each behind its base.

@@ -63,6 +63,8 @@ void printClass(std::ostream& page, const ClassTable& table) {
     page << "\n## " << table.name << "\n\n";
     page << (table.base.empty() ? "The base of all others." : "Below `" + table.base + "`.");
     if (table.firstName != table.name) page << " A new one is named \"" << table.firstName << "\".";
+    for (const OtherStart& start : table.otherStarts)
+        page << " A new one has `" << start.key << "` " << start.text << '.';
     if (!table.isRegistered) page << " The factory does not make it.";
     if (table.attributes.empty() && table.fields.empty()) page << " No rows of its own.";
     page << '\n';
