@@ -19,10 +19,8 @@ using namespace QOR::AttributeContainer;
 // The base that a class names in its declaration; those without the block of members say it here.
 template <class X, class B, FixedText Name>
 std::type_identity<B> baseIn(const ContainerClass<X, B, Name>*);
-template <class X>
-struct Base : decltype(baseIn<X>(static_cast<X*>(nullptr))) {};
-template <>
-struct Base<FallbackObject> : std::type_identity<Object> {};
+template <class X> struct Base : decltype(baseIn<X>(static_cast<X*>(nullptr))) {};
+template <> struct Base<FallbackObject> : std::type_identity<Object> {};
 
 std::string valueTypeOf(AttrType type) {
     static const std::array<std::string, numAttrTypes> names = [] {
@@ -85,8 +83,7 @@ std::vector<FieldRow> fieldsOf(const AttrContainer& object, std::uint64_t first,
 }
 
 // The values of a base that are others in a new object of the class. Names have their own line.
-template <class X, class B>
-std::vector<OtherStart> otherStartsOf(const X& object, const X& other) {
+template <class X, class B> std::vector<OtherStart> otherStartsOf(const X& object, const X& other) {
     std::vector<OtherStart> starts;
     const auto base = B::create();
     for (std::uint64_t token = 1; token != B::lastAttrToken() + 1; ++token) {
@@ -98,8 +95,7 @@ std::vector<OtherStart> otherStartsOf(const X& object, const X& other) {
     return starts;
 }
 
-template <class X>
-ClassTable tableOf() {
+template <class X> ClassTable tableOf() {
     const auto object = X::create();
     const auto other = X::create();
     ClassTable table{X::getStaticClassName(),
@@ -122,10 +118,7 @@ ClassTable tableOf() {
     return table;
 }
 
-template <class... Classes>
-std::vector<ClassTable> tablesOf() {
-    return {tableOf<Classes>()...};
-}
+template <class... Classes> std::vector<ClassTable> tablesOf() { return {tableOf<Classes>()...}; }
 
 }  // namespace
 

@@ -23,14 +23,16 @@ using Classes = std::vector<ClassTable>;
 const char* const introduction =
     "# Classes\n"
     "\n"
-    "The container classes of the library with the attributes and fields that they declare. A program "
+    "The container classes of the library with the attributes and fields that they declare. A "
+    "program "
     "writes this page from\n"
     "the definitions, and a test compares the two: `cmake --build build/test --target class_docs` "
     "writes it anew.\n"
     "\n"
     "Each attribute has three accessors named after its key: `Key()` gives the value, `Key(value)` "
     "sets it, and `Attr_Key()`\n"
-    "gives the attribute itself. Tokens continue those of the base. A category is a sum: 2 says that "
+    "gives the attribute itself. Tokens continue those of the base. A category is a sum: 2 says "
+    "that "
     "the attribute has its\n"
     "definition flag, 4 stands for the name alone, 16 for what a class of the domain declares, 32 "
     "for what no stream holds.\n";
@@ -38,7 +40,8 @@ const char* const introduction =
 void printTree(std::ostream& page, const Classes& classes, const std::string& base, int depth) {
     for (const ClassTable& table : classes) {
         if (table.base != base) continue;
-        page << "    " << std::string(static_cast<std::size_t>(depth) * 2, ' ') << table.name << '\n';
+        page << "    " << std::string(static_cast<std::size_t>(depth) * 2, ' ') << table.name
+             << '\n';
         printTree(page, classes, table.name, depth + 1);
     }
 }
@@ -86,8 +89,8 @@ std::string firstDifference(const std::string& wanted, const std::string& found)
     const auto [inWanted, inFound] =
         std::mismatch(wanted.begin(), wanted.end(), found.begin(), found.end());
     const auto begin = std::find(std::make_reverse_iterator(inWanted), wanted.rend(), '\n').base();
-    return "line " + std::to_string(std::count(wanted.begin(), begin, '\n') + 1) + " should be\n  " +
-           std::string(begin, std::find(begin, wanted.end(), '\n'));
+    return "line " + std::to_string(std::count(wanted.begin(), begin, '\n') + 1) +
+           " should be\n  " + std::string(begin, std::find(begin, wanted.end(), '\n'));
 }
 
 int check(const std::string& file, const std::string& page) {

@@ -33,8 +33,7 @@ inline void setName(model::AttrContainer& container, const std::string& name) {
 }
 
 /// Adds a new object of class `X`. \throws std::logic_error if the name is taken.
-template <class X>
-std::shared_ptr<X> addChild(model::Object& parent, const std::string& name) {
+template <class X> std::shared_ptr<X> addChild(model::Object& parent, const std::string& name) {
     const auto child = X::create();
     setName(*child, name);
     if (!parent.addChild(child, 0)) throw std::logic_error("\"" + name + "\" cannot be added");

@@ -21,8 +21,8 @@ struct Scan {
     std::vector<Point> normals;
 };
 
-/// Where a sensor was, one pose behind the other: the first three columns are its axes, the last one
-/// its position in metres.
+/// Where a sensor was, one pose behind the other: the first three columns are its axes, the last
+/// one its position in metres.
 struct Track {
     std::string name;
     std::vector<Pose> poses;

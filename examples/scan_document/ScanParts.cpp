@@ -25,7 +25,8 @@ void addProperties(model::Object& object, const Scan& scan, const Distances& dis
         throw std::logic_error("the properties of the scan cannot be added");
 }
 
-void addMarker(model::Object& object, const std::string& name, const Scan& scan, std::size_t index) {
+void addMarker(model::Object& object, const std::string& name, const Scan& scan,
+               std::size_t index) {
     const auto marker = addChild<model::MarkerBase>(object, name);
     marker->id(QOR::uuids::uuid::generate());
     marker->Position(scan.points[index]);
@@ -48,8 +49,8 @@ void addPanorama(model::Object& object, const Distances& distances) {
     mapping->MinimalLuminance(std::min(mapping->MinimalLuminance(), kept(distances.min)));
     mapping->LogarithmicAverage(kept(distances.logarithmicAverage));
     mapping->WhitePoint(kept(distances.max));
-    if (!colours || !colours->setField(model::PictureColorPropertiesField::HDRParameterFieldField,
-                                       mapping))
+    if (!colours ||
+        !colours->setField(model::PictureColorPropertiesField::HDRParameterFieldField, mapping))
         throw std::logic_error("the tone mapping cannot be set");
     colours->Event("mapped");
 }

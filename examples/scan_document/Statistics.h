@@ -18,7 +18,7 @@ struct Distances {
     double max = 0;
     double deviation = 0;
     double logarithmicAverage = 0;
-    std::size_t nearest = 0;   // the index of the point
+    std::size_t nearest = 0;  // the index of the point
     std::size_t farthest = 0;
 };
 

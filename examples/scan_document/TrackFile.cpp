@@ -46,7 +46,8 @@ Track readTrackFile(const std::filesystem::path& file) {
     const std::vector<Point> positions = takeVtkVectors(lines, count, "points");
     if (positions.empty()) lines.fail("the file holds no points");
     const Axes axes = takeAxes(lines, count);
-    const auto numThere = std::ranges::count_if(axes, [](const auto& axis) { return !axis.empty(); });
+    const auto numThere =
+        std::ranges::count_if(axes, [](const auto& axis) { return !axis.empty(); });
     if (numThere != 0 && numThere != std::ssize(axes))
         lines.fail("the file has some of the orientations X, Y and Z only");
 

@@ -1,9 +1,10 @@
 // Builds a document from laser scans, stores it as a model stream, reads it back and holds the two
 // against each other:
 //   scan_document [--output FILE] [--track FILE] [point files...]
-// Without point files it makes a scan of a room. A track gives the poses of a sensor. The exit status is 0 if the tree that was read
-// equals the one that was written and gives the same bytes when it is written again, 1 if not, and
-// 2 for bad arguments, point files that cannot be read, and files that cannot be written.
+// Without point files it makes a scan of a room. A track gives the poses of a sensor. The exit
+// status is 0 if the tree that was read equals the one that was written and gives the same bytes
+// when it is written again, 1 if not, and 2 for bad arguments, point files that cannot be read, and
+// files that cannot be written.
 #include "Compare.h"
 #include "Document.h"
 #include "DocumentFile.h"

@@ -15,8 +15,7 @@ namespace QOR::AttributeContainer {
 /// Older programs stored panoramas the wrong way round. A read turns such a one by half a circle
 /// about z and notes in `TrafoFixedFlags` that this is done, so it happens once in the life of a
 /// stored picture.
-class QOR_API PanoramaPicture
-    : public ContainerClass<PanoramaPicture, Picture, "PanoramaPicture"> {
+class QOR_API PanoramaPicture : public ContainerClass<PanoramaPicture, Picture, "PanoramaPicture"> {
     friend Block;
 
 public:
@@ -35,8 +34,8 @@ public:
     /// The role, unless it is empty.
     std::optional<std::string> getStorageSubdirectoryInScan() const override;
 
-    /// Reads the picture and, where the stream does not say that its orientation is right, turns it;
-    /// also where the read fails. It is spherical afterwards, whatever the stream says.
+    /// Reads the picture and, where the stream does not say that its orientation is right, turns
+    /// it; also where the read fails. It is spherical afterwards, whatever the stream says.
     [[nodiscard]] ErrorPtr readFrom(std::istream& stream,
                                     std::shared_ptr<const ReadContextBase> context) override;
 

@@ -9,9 +9,9 @@
 
 namespace QOR::AttributeContainer {
 
-/// The statistics of a scan, a field of it: the ranges of its reflection channels and distances, its
-/// bounding box, and what is known of its normals. The host computes the numbers and says with the
-/// `Valid` flags which of them hold; the library stores them.
+/// The statistics of a scan, a field of it: the ranges of its reflection channels and distances,
+/// its bounding box, and what is known of its normals. The host computes the numbers and says with
+/// the `Valid` flags which of them hold; the library stores them.
 class QOR_API ScanProperties
     : public ContainerClass<ScanProperties, AttrContainer, "ScanProperties"> {
 public:

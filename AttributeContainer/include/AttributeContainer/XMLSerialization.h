@@ -17,8 +17,8 @@ namespace QOR::AttributeContainer {
 class QOR_API XMLSerialization {
 public:
     /// Writes `container` with its fields and attributes, each value also where it is a default.
-    /// Of the options those that leave out what is not marked count. The context keeps the format of
-    /// the export, `XmlV1`.
+    /// Of the options those that leave out what is not marked count. The context keeps the format
+    /// of the export, `XmlV1`.
     ///
     /// Names go out as they are: one that XML does not allow for an element, such as "2nd", makes a
     /// document that XML parsers refuse.

@@ -2,9 +2,7 @@
 
 namespace QOR::AttributeContainer {
 
-std::optional<std::string> Picture::getStorageSubdirectoryInScan() const {
-    return std::nullopt;
-}
+std::optional<std::string> Picture::getStorageSubdirectoryInScan() const { return std::nullopt; }
 
 std::optional<std::string> Picture::getSaveBinaryDataStreamName() const {
     if (!findRoot()) return std::nullopt;

@@ -38,9 +38,9 @@ TEST(FallbackObjectContainer, TakesPartWithAContainerThatItCanRead) {
 TEST(FallbackObjectContainer, TakesPartWithTheChildrenBehindTheContainer) {
     const auto object = FallbackObject::create();
 
-    EXPECT_EQ(readText(*object,
-                       countBlock + "Child { \n\"Point3d\" \"p\"\nAttrContainer { \n}\n}\n}"),
-              ErrorCode::ElementSkipped);
+    EXPECT_EQ(
+        readText(*object, countBlock + "Child { \n\"Point3d\" \"p\"\nAttrContainer { \n}\n}\n}"),
+        ErrorCode::ElementSkipped);
 
     EXPECT_EQ(childNames(*object), (Names{"p"}));
     EXPECT_EQ(object->getChild(0)->getClassName(), "Point3d");
@@ -106,8 +106,7 @@ TEST(FallbackObjectContainer, KeepsAContainerThatItCannotReadAsText) {
 }
 
 TEST(FallbackObjectContainer, KeepsTheTextAlsoWhereANumberInItIsMalformed) {
-    const std::string text =
-        "AttrContainer { \nAttr<double> { \nName \"x\"\nValue 1e\n}\n}\n";
+    const std::string text = "AttrContainer { \nAttr<double> { \nName \"x\"\nValue 1e\n}\n}\n";
     const auto object = FallbackObject::create();
 
     EXPECT_THROW(readText(*object, text + "}"), std::invalid_argument);

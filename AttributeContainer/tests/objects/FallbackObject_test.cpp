@@ -112,6 +112,7 @@ TEST(FallbackObject, TellsOfAStreamThatTakesNoMore) {
     for (const auto& object : {raw, parsed, FallbackObject::create()}) {
         std::ostringstream stream;
         stream.setstate(std::ios::failbit);
-        EXPECT_EQ(codeOf(object->writeTo(stream, std::make_shared<const WriteContextBase>())), ErrorCode::StreamFailed);
+        EXPECT_EQ(codeOf(object->writeTo(stream, std::make_shared<const WriteContextBase>())),
+                  ErrorCode::StreamFailed);
     }
 }

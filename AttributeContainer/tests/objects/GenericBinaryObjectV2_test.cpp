@@ -14,12 +14,9 @@ namespace QOR::AttributeContainer::Testing {
 namespace {
 #define ROW(...) QOR_CLASS_ROW(GenericBinaryObjectV2, __VA_ARGS__)
 const ClassRow rows[] = {
-    ROW(7, MimeType, "Attr<String>", 18, {""}),
-    ROW(8, Context, "Attr<String>", 18, {""}),
-    ROW(9, Id, "Attr<String>", 18, {""}),
-    ROW(10, Load, "Attr<bool>", 18, {false}),
-    ROW(11, InScan, "Attr<bool>", 18, {false}),
-    ROW(12, CurrentStream, "Attr<String>", 18, {""}),
+    ROW(7, MimeType, "Attr<String>", 18, {""}),  ROW(8, Context, "Attr<String>", 18, {""}),
+    ROW(9, Id, "Attr<String>", 18, {""}),        ROW(10, Load, "Attr<bool>", 18, {false}),
+    ROW(11, InScan, "Attr<bool>", 18, {false}),  ROW(12, CurrentStream, "Attr<String>", 18, {""}),
     ROW(13, FileName, "Attr<String>", 18, {""}),
 };
 #undef ROW

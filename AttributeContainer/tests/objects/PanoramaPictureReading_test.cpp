@@ -67,9 +67,9 @@ TEST(PanoramaPictureReading, TurnsAPictureWhoseStreamHasTheFlagClear) {
 }
 
 TEST(PanoramaPictureReading, KeepsTheOtherFlags) {
-    expectSettled(*Read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "4294967294")))
-                       .panorama,
-                  turnedPlace, 4294967295u);
+    expectSettled(
+        *Read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "4294967294"))).panorama,
+        turnedPlace, 4294967295u);
     expectSettled(*Read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "7"))).panorama,
                   place, 7);
 }

@@ -103,9 +103,8 @@ TEST(Picture, KnowsWhenItWasMade) {
 }
 
 TEST(Picture, CountsItsTimeFromTheStartOf1970) {
-    const double now = std::chrono::duration<double>(
-                           std::chrono::system_clock::now().time_since_epoch())
-                           .count();
+    const double now =
+        std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
 
     EXPECT_NEAR(Picture::create()->TimeStamp(), now, 60);
 }
@@ -163,12 +162,9 @@ TEST(Picture, ComesBackFromAStream) {
     EXPECT_EQ(same->CameraMatrix(), Mat4d<double>::identity());
     EXPECT_EQ(same->TimeStamp(), 1700000000.25);
     ASSERT_EQ(same->getNumFields(), 1u);
-    EXPECT_EQ(same->PictureColorPropertiesField()
-                  .lock()
-                  ->HDRParameterField()
-                  .lock()
-                  ->ToneMappingType(),
-              3);
+    EXPECT_EQ(
+        same->PictureColorPropertiesField().lock()->HDRParameterField().lock()->ToneMappingType(),
+        3);
 }
 
 }  // namespace QOR::AttributeContainer::Testing

@@ -35,9 +35,9 @@ public:
         : file(std::filesystem::temp_directory_path() /
                ("qor-export-" + QOR::uuids::uuid::generate().toString() + ".xml")) {
         std::ofstream stream(file, std::ios::binary);
-        EXPECT_EQ(codeOf(XMLSerialization::to(stream, container,
-                                              std::make_shared<WriteContextBase>())),
-                  std::nullopt);
+        EXPECT_EQ(
+            codeOf(XMLSerialization::to(stream, container, std::make_shared<WriteContextBase>())),
+            std::nullopt);
     }
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
@@ -84,8 +84,7 @@ TEST_F(XMLSerializationParsed, IsWellFormedForAPanoramaWithItsFields) {
     EXPECT_EQ(document.ask("string(/Root/@format)"), "0");
     EXPECT_EQ(document.ask("string(/Root/P1/@type)"), "PanoramaPicture");
     EXPECT_EQ(document.ask("string(/Root/P1/attrs/TimeStamp)"), "1700000000.5");
-    EXPECT_EQ(document.ask("string(/Root/P1/attrs/CameraInfo)"),
-              R"("10\" <wide> & 'bright'")");
+    EXPECT_EQ(document.ask("string(/Root/P1/attrs/CameraInfo)"), R"("10\" <wide> & 'bright'")");
     EXPECT_EQ(document.ask("count(/Root/P1/attrs/*)"), "38");
     EXPECT_EQ(document.ask("string(/Root/P1/fields/PictureColorPropertiesField/fields/"
                            "HDRParameterField/@fieldname)"),
@@ -109,8 +108,7 @@ TEST_F(XMLSerializationParsed, IsWellFormedForValuesOfAllTypes) {
     ValueTypes::forEach([&]<class Row>() {
         using T = typename Row::Value;
         if constexpr (!Row::isAlias) {
-            const std::string element =
-                "/Root/all/attrs/of" + std::to_string(Sample<T>::token);
+            const std::string element = "/Root/all/attrs/of" + std::to_string(Sample<T>::token);
             EXPECT_EQ("Attr<" + document.ask("string(" + element + "/@type)") + ">",
                       Sample<T>::className);
             EXPECT_EQ(document.ask("string(" + element + ")"), Sample<T>::text);

@@ -34,15 +34,13 @@ inline std::ostream& operator<<(std::ostream& stream, const ClassRow& row) {
 }
 
 /// A value that is no default in any table.
-template <class T>
-T otherValue() {
+template <class T> T otherValue() {
     if constexpr (std::is_same_v<T, bool>) return true;
     else return Sample<T>::value();
 }
 
 /// The three accessors of one attribute of class `X`.
-template <class X, class T>
-struct Accessors {
+template <class X, class T> struct Accessors {
     Attr<T>& (X::*attribute)();
     const Attr<T>& (X::*constAttribute)() const;
     const T& (X::*get)() const;
@@ -102,21 +100,21 @@ void expectClass(const std::string& name, std::uint64_t firstToken, std::uint64_
 }  // namespace QOR::AttributeContainer::Testing
 
 /// A row: class, token, key, class name of the attribute, category, default.
-#define QOR_CLASS_ROW(CLASS, TOKEN, KEY, TYPE, CATEGORY, ...)                                      \
-    ::QOR::AttributeContainer::Testing::classRow<                                                  \
-        CLASS, std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())>>(                 \
-        TOKEN, #KEY, TYPE, CATEGORY,                                                               \
-        std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())> __VA_ARGS__,             \
+#define QOR_CLASS_ROW(CLASS, TOKEN, KEY, TYPE, CATEGORY, ...)                          \
+    ::QOR::AttributeContainer::Testing::classRow<                                      \
+        CLASS, std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())>>(     \
+        TOKEN, #KEY, TYPE, CATEGORY,                                                   \
+        std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())> __VA_ARGS__, \
         {&CLASS::Attr_##KEY, &CLASS::Attr_##KEY, &CLASS::KEY, &CLASS::KEY})
 
 /// The same for a value that is not a constant.
-#define QOR_CLASS_ROW_MADE_ANEW(CLASS, TOKEN, KEY, TYPE, CATEGORY)                                 \
-    ::QOR::AttributeContainer::Testing::classRow<                                                  \
-        CLASS, std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())>>(                 \
-        TOKEN, #KEY, TYPE, CATEGORY, std::nullopt,                                                 \
+#define QOR_CLASS_ROW_MADE_ANEW(CLASS, TOKEN, KEY, TYPE, CATEGORY)                 \
+    ::QOR::AttributeContainer::Testing::classRow<                                  \
+        CLASS, std::remove_cvref_t<decltype(std::declval<const CLASS&>().KEY())>>( \
+        TOKEN, #KEY, TYPE, CATEGORY, std::nullopt,                                 \
         {&CLASS::Attr_##KEY, &CLASS::Attr_##KEY, &CLASS::KEY, &CLASS::KEY})
 
 /// Runs the suite over the rows of a class.
-#define QOR_CLASS_TABLE(CLASS, ROWS)                                                               \
-    INSTANTIATE_TEST_SUITE_P(CLASS, ClassTable, testing::ValuesIn(ROWS),                           \
+#define QOR_CLASS_TABLE(CLASS, ROWS)                                     \
+    INSTANTIATE_TEST_SUITE_P(CLASS, ClassTable, testing::ValuesIn(ROWS), \
                              [](const auto& row) { return row.param.key; })

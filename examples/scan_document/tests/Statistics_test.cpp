@@ -1,6 +1,6 @@
 // What the example says of a scan: its statistics, markers and panorama.
-#include "../Document.h"
 #include "../Statistics.h"
+#include "../Document.h"
 
 #include <AttributeContainer/MarkerBase.h>
 #include <AttributeContainer/PanoramaPicture.h>

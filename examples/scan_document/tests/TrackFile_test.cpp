@@ -1,8 +1,8 @@
 // What the example takes for a track, and what it makes of it.
+#include "../TrackFile.h"
 #include "../Compare.h"
 #include "../Document.h"
 #include "../DocumentFile.h"
-#include "../TrackFile.h"
 
 #include <AttributeContainer/Transform.h>
 
@@ -99,8 +99,8 @@ TEST_F(TrackFile, BecomesAContainerOfTransformsThatComesBack) {
 
     EXPECT_EQ(poses->getClassName(), "Container");
     EXPECT_EQ(compareTrees(document.getRoot(), *copy).differences, std::vector<std::string>{});
-    const auto pose =
-        std::dynamic_pointer_cast<model::Transform>(copy->inqObject("/" + poses->getName() + "/Pose1"));
+    const auto pose = std::dynamic_pointer_cast<model::Transform>(
+        copy->inqObject("/" + poses->getName() + "/Pose1"));
     ASSERT_NE(pose, nullptr);
     EXPECT_EQ(pose->Transformation(), Pose({1, 0, 0, 4, 0, 1, 0, 5, 0, 0, 1, 6, 0, 0, 0, 1}));
 }
