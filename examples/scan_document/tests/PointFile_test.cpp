@@ -1,10 +1,10 @@
 // What the example takes for a point file, and what it says of what is none.
 #include "../PointFile.h"
+#include "FileTest.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -16,31 +16,13 @@ using Points = std::vector<Point>;
 const std::string heading = "x,y,z,nx,ny,nz\n";
 const std::string vtk = "# vtk DataFile Version 3.0\na title\nASCII\nDATASET POLYDATA\n";
 
-// A file that goes with the test.
-class PointFile : public testing::Test {
+class PointFile : public FileTest {
 protected:
-    ~PointFile() override { std::filesystem::remove(file); }
-
     Scan read(const std::string& text) const {
-        std::ofstream(file, std::ios::binary) << text;
+        store(text);
         return readPointFile(file);
     }
-    // What the error says behind the name of the file.
-    std::string complaint(const std::string& text) const {
-        try {
-            read(text);
-        } catch (const BadPointFile& error) {
-            const std::string what = error.what();
-            EXPECT_TRUE(what.starts_with(file.string() + ":")) << what;
-            return what.substr(file.string().size() + 1);
-        }
-        return "none";
-    }
-
-    const std::filesystem::path file =
-        std::filesystem::path(testing::TempDir()) /
-        (std::string("points_") + testing::UnitTest::GetInstance()->current_test_info()->name() +
-         ".txt");
+    std::string complaint(const std::string& text) const { return complaintOf(readPointFile, text); }
 };
 
 TEST_F(PointFile, GivesPointsAndNormalsOfLinesOfSixNumbers) {

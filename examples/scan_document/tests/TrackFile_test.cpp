@@ -1,5 +1,6 @@
 // What the example takes for a track, and what it makes of it.
 #include "../TrackFile.h"
+#include "FileTest.h"
 #include "../Compare.h"
 #include "../Document.h"
 #include "../DocumentFile.h"
@@ -8,8 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,28 +25,13 @@ const std::string axisZ = "VECTORS orientationZ float\n0 0 1\n0 0 1\n";
 const std::string others =
     "VERTICES 2 4\n1 0\n1 1\nPOINT_DATA 2\nVECTORS speed float\n7 7 7\n7 7 7\n";
 
-class TrackFile : public testing::Test {
+class TrackFile : public FileTest {
 protected:
-    ~TrackFile() override { std::filesystem::remove(file); }
-
     Track read(const std::string& text) const {
-        std::ofstream(file, std::ios::binary) << text;
+        store(text);
         return readTrackFile(file);
     }
-    // What the error says behind the name of the file.
-    std::string complaint(const std::string& text) const {
-        try {
-            read(text);
-        } catch (const BadPointFile& error) {
-            return std::string(error.what()).substr(file.string().size() + 1);
-        }
-        return "none";
-    }
-
-    const std::filesystem::path file =
-        std::filesystem::path(testing::TempDir()) /
-        (std::string("track_") + testing::UnitTest::GetInstance()->current_test_info()->name() +
-         ".vtk");
+    std::string complaint(const std::string& text) const { return complaintOf(readTrackFile, text); }
 };
 
 TEST_F(TrackFile, GivesAPoseForEachPosition) {
