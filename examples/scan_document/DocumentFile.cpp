@@ -39,6 +39,8 @@ std::shared_ptr<model::Object> readDocument(const std::string& text) {
     InputBuffer buffer("reading", text);
     std::istream stream(&buffer);
     const auto context = std::make_shared<model::ReadContextBase>();
+    // A stream with a brace too many may have left it to this thread, and it would end this read.
+    model::ModelInFormat::cleanPropagateKeyword();
     model::ModelInFormat format(stream);
     context->setFormat(format.determineFormat());
     std::string foundTitle;

@@ -143,7 +143,7 @@ TEST(Kept, RoundsToEightDigitsBehindThePoint) {
 }
 
 TEST(Kept, ComesBackFromAStreamInFull) {
-    Scan scan = smallScan();
+    Scan scan{"large", {}, {}};
     // Each would lose digits unrounded: a vector has as many as its largest number asks for, or
     // eight where all are below 1.
     scan.points = {{1.0000000001, 0.1234567891, 0.98765432109},
