@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,6 +27,21 @@ class Nameless : public ContainerClass<Nameless, AttrContainer, "Nameless"> {
 public:
     using Block::Block;
     std::optional<std::string> getFieldName(std::uint64_t) const override { return std::string{}; }
+};
+
+// Has no name for two of its attributes.
+class HalfNamed : public ContainerClass<HalfNamed, AttrContainer, "HalfNamed"> {
+public:
+    using Block::Block;
+    QOR_ATTRIBUTE(1, int, First, 1);
+    QOR_ATTRIBUTE(2, int, Second, 2);
+    QOR_ATTRIBUTE(3, int, Third, 3);
+
+    std::optional<std::string> getAttrName(std::uint64_t token) const override {
+        if (token == FirstToken) return std::nullopt;
+        if (token == SecondToken) return std::string{};
+        return Block::getAttrName(token);
+    }
 };
 
 }  // namespace
@@ -162,6 +178,18 @@ TEST(XMLSerialization, LetsNamesOutAsTheyAre) {
                   "<a b<& type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
                   "<Name type=\"String\">\"a b&lt;&amp;\"</Name>\n"
                   "<2nd type=\"int\">1</2nd>\n</attrs>\n</a b<&>\n" +
+                  foot);
+}
+
+TEST(XMLSerialization, LeavesOutAttributesWithoutAName) {
+    const auto container = HalfNamed::create();
+    container->name("x");
+
+    EXPECT_EQ(exported(*container),
+              head +
+                  "<x type=\"HalfNamed\"><fields>\n</fields>\n<attrs>\n"
+                  "<Name type=\"String\">\"x\"</Name>\n<Third type=\"int\">3</Third>\n"
+                  "</attrs>\n</x>\n" +
                   foot);
 }
 
