@@ -15,8 +15,8 @@ using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 TEST(ChangedClasses, KeepsUnknownAttributesOfKnownObjects) {
-    const std::string stream = rootWith(childOf(
-        "Object", "plain", bodyWith("plain", attribute("StringArray", "Tags", R"(2 "a" "b")"))));
+    const std::string stream = rootWith(childBlock(
+        "Object", "plain", body("plain", attributeBlock("StringArray", "Tags", R"(2 "a" "b")"))));
     const Read read(stream);
 
     EXPECT_EQ(read.code, std::nullopt);
@@ -25,26 +25,27 @@ TEST(ChangedClasses, KeepsUnknownAttributesOfKnownObjects) {
 
 TEST(ChangedClasses, KeepsAttributesThatCannotBeMadeAsTextOfAnUnknownObject) {
     for (const std::string type : {"ScanPt", "ScanPtVector"}) {
-        const std::string content =
-            bodyWith("f", attribute("int", "Count", "3") + attribute(type, "Points", "{ 1 } ") +
-                              attribute("int", "Behind", "4"));
-        const Read read(rootWith(childOf("Foo", "f", content) + child("behind")));
+        const std::string content = body("f", attributeBlock("int", "Count", "3") +
+                                                  attributeBlock(type, "Points", "{ 1 } ") +
+                                                  attributeBlock("int", "Behind", "4"));
+        const Read read(rootWith(childBlock("Foo", "f", content) + child("behind")));
 
         EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
         ASSERT_NE(read.fallback("f"), nullptr);
         EXPECT_EQ(read.fallback("f")->getAttrToken("Count"), AttrContainer::noToken);
         EXPECT_EQ(written(*read.root),
-                  rootWith(childOf("Foo", "f", content + "\n") + child("behind")));
+                  rootWith(childBlock("Foo", "f", content + "\n") + child("behind")));
     }
 }
 
 TEST(ChangedClasses, EndsWhereAKnownObjectHasAnAttributeThatCannotBeMade) {
     for (const std::string type : {"ScanPt", "ScanPtVector"}) {
-        const Read read(rootWith(child("ahead") +
-                                 childOf("Object", "odd",
-                                         bodyWith("odd", attribute("int", "Count", "3") +
-                                                             attribute(type, "Points", "{ 1 } "))) +
-                                 child("behind")));
+        const Read read(
+            rootWith(child("ahead") +
+                     childBlock("Object", "odd",
+                                body("odd", attributeBlock("int", "Count", "3") +
+                                                attributeBlock(type, "Points", "{ 1 } "))) +
+                     child("behind")));
 
         EXPECT_EQ(read.code, ErrorCode::AttributeNotCreated) << type;
         EXPECT_EQ(childNames(*read.root), (Names{"ahead", "odd"}));  // what was read so far stays
@@ -53,18 +54,19 @@ TEST(ChangedClasses, EndsWhereAKnownObjectHasAnAttributeThatCannotBeMade) {
 }
 
 TEST(ChangedClasses, KeepsAttributesOfUnknownTypesAsTextOfAnUnknownObject) {
-    const std::string content =
-        bodyWith("f", attribute("Quaternion", "Pose", "1 0 0 0") + attribute("int", "Behind", "4"));
-    const Read read(rootWith(childOf("Foo", "f", content) + child("behind")));
+    const std::string content = body("f", attributeBlock("Quaternion", "Pose", "1 0 0 0") +
+                                              attributeBlock("int", "Behind", "4"));
+    const Read read(rootWith(childBlock("Foo", "f", content) + child("behind")));
 
     EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
-    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", content + "\n") + child("behind")));
+    EXPECT_EQ(written(*read.root),
+              rootWith(childBlock("Foo", "f", content + "\n") + child("behind")));
 }
 
 TEST(ChangedClasses, GivesUpAKnownObjectWithAnAttributeOfAnUnknownType) {
     const Read read(rootWith(
         child("ahead") +
-        childOf("Object", "odd", bodyWith("odd", attribute("Quaternion", "Pose", "1 0 0 0"))) +
+        childBlock("Object", "odd", body("odd", attributeBlock("Quaternion", "Pose", "1 0 0 0"))) +
         child("behind")));
 
     EXPECT_EQ(read.code, ErrorCode::AttributeNotCreated);
@@ -74,9 +76,9 @@ TEST(ChangedClasses, GivesUpAKnownObjectWithAnAttributeOfAnUnknownType) {
 TEST(ChangedClasses, KeepsTheAttributesOfABaseThatAClassHasNoMore) {
     // A point that was a transform when it was written.
     const std::string former =
-        attribute("Mat4dd", "Transformation", "1 0 0 0  0 1 0 0  0 0 1 0  0 0 0 1  ");
-    const Read read(rootWith(
-        childOf("Point3d", "p", bodyWith("p", former + attribute("Vec3dd", "Position", "1 2 3")))));
+        attributeBlock("Mat4dd", "Transformation", "1 0 0 0  0 1 0 0  0 0 1 0  0 0 0 1  ");
+    const Read read(rootWith(childBlock(
+        "Point3d", "p", body("p", former + attributeBlock("Vec3dd", "Position", "1 2 3")))));
 
     EXPECT_EQ(read.code, std::nullopt);
     const auto point = std::dynamic_pointer_cast<Point3d>(read.root->inqChild("p"));
@@ -85,24 +87,24 @@ TEST(ChangedClasses, KeepsTheAttributesOfABaseThatAClassHasNoMore) {
     EXPECT_EQ(point->getAttrToken("Transformation"), 8u);  // behind those of the class
 
     EXPECT_EQ(written(*read.root),
-              rootWith(childOf(
+              rootWith(childBlock(
                   "Point3d", "p",
-                  bodyWith("p", attribute("Vec3dd", "Position", "1 2 3") +
-                                    "\nAttr<double> { \nName \"PositionDeviation\"\n}" + former))));
+                  body("p", attributeBlock("Vec3dd", "Position", "1 2 3") +
+                                "\nAttr<double> { \nName \"PositionDeviation\"\n}" + former))));
 }
 
 TEST(ChangedClasses, KeepsAFieldClassThatWasAnObjectWhenItWasWritten) {
-    const std::string content = bodyWith("stats", attribute("bool", "HasNormals", "true"));
-    expectComesBack(rootWith(childOf("ScanProperties", "stats", content)));
+    const std::string content = body("stats", attributeBlock("bool", "HasNormals", "true"));
+    expectComesBack(rootWith(childBlock("ScanProperties", "stats", content)));
 
-    const Read read(rootWith(childOf("ScanProperties", "stats", content)));
+    const Read read(rootWith(childBlock("ScanProperties", "stats", content)));
     ASSERT_NE(read.fallback("stats"), nullptr);
     EXPECT_EQ(read.fallback("stats")->getOriginalClassName(), "ScanProperties");
 }
 
 TEST(ChangedClasses, TakesAnObjectClassAsAFieldWhereItWasOneWhenItWasWritten) {
     const std::string stream =
-        bodyWith("root", fieldOf("Object", "inner", bodyWith("inner", attribute("int", "N", "1"))));
+        body("root", fieldBlock("Object", "inner", body("inner", attributeBlock("int", "N", "1"))));
     const Read read(stream);
 
     EXPECT_EQ(read.code, std::nullopt);
@@ -111,8 +113,8 @@ TEST(ChangedClasses, TakesAnObjectClassAsAFieldWhereItWasOneWhenItWasWritten) {
 }
 
 TEST(ChangedClasses, ConvertsAValueWhoseAttributeChangedItsType) {
-    const Read read(rootWith(childOf(
-        "Point3d", "p", bodyWith("p", attribute("String", "PositionDeviation", "\"0.5\"")))));
+    const Read read(rootWith(childBlock(
+        "Point3d", "p", body("p", attributeBlock("String", "PositionDeviation", "\"0.5\"")))));
 
     EXPECT_EQ(read.code, std::nullopt);
     EXPECT_EQ(std::dynamic_pointer_cast<Point3d>(read.root->inqChild("p"))->PositionDeviation(),

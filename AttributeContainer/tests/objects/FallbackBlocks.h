@@ -1,6 +1,9 @@
 // Blocks of objects of unknown classes, for tests.
 #pragma once
 
+#include "support/BlockText.h"
+#include "support/ObjectText.h"
+
 #include <string>
 
 namespace QOR::AttributeContainer::Testing {
@@ -15,32 +18,8 @@ Value 5
 )";
 
 /// What the object writes in its place.
-inline const std::string countBlockRewritten = R"(
-AttrContainer { 
-Attr<String> { 
-Name "Name"
-Value "FallbackObject"
-}
-Attr<String> { 
-Name "Action"
-}
-Attr<String> { 
-Name "Event"
-}
-Attr<uint16_t> { 
-Name "MajorVersion"
-}
-Attr<uint16_t> { 
-Name "MinorVersion"
-}
-Attr<Uuid> { 
-Name "UUID"
-}
-Attr<int> { 
-Name "Count"
-Value 5
-}
-})";
+inline const std::string countBlockRewritten =
+    body("FallbackObject", attributeBlock("int", "Count", "5"));
 
 /// A container part that ends in a hard error, behind an attribute, a field and a child that can be
 /// read.

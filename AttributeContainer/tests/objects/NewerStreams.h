@@ -3,6 +3,7 @@
 
 #include <AttributeContainer/FallbackObject.h>
 
+#include "support/BlockText.h"
 #include "support/ObjectText.h"
 #include "support/Streams.h"
 
@@ -13,28 +14,6 @@
 #include <string>
 
 namespace QOR::AttributeContainer::Testing {
-
-/// The block of one attribute, behind a line feed as in all that is written.
-inline std::string attribute(const std::string& type, const std::string& name,
-                             const std::string& value) {
-    return "\nAttr<" + type + "> { \nName \"" + name + "\"\nValue " + value + "\n}";
-}
-
-/// The body of an object with attributes of its own and what lies in its container behind them.
-inline std::string bodyWith(const std::string& name, const std::string& more) {
-    std::string text = body(name);
-    return text.insert(text.size() - 2, more);  // ahead of the last "\n}"
-}
-
-inline std::string childOf(const std::string& type, const std::string& name,
-                           const std::string& content) {
-    return "\nChild { \n\"" + type + "\" \"" + name + "\"" + content + "\n}";
-}
-
-inline std::string fieldOf(const std::string& type, const std::string& name,
-                           const std::string& content) {
-    return "\nSubContainer { \n\"" + type + "\" \"" + name + "\"" + content + "\n}";
-}
 
 /// The stream of an object named "root", with children.
 inline std::string rootWith(const std::string& children) { return body("root") + children; }

@@ -1,6 +1,7 @@
 // A panorama is turned once in the life of a stored picture.
 #include <AttributeContainer/PanoramaPicture.h>
 
+#include "support/BlockText.h"
 #include "support/ObserverActors.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
@@ -26,15 +27,10 @@ const Matrix place{{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, 0, 0, 1}};
 const Matrix turnedPlace{{-1, -2, -3, -4, -5, -6, -7, -8, 9, 10, 11, 12, 0, 0, 0, 1}};
 const Matrix halfTurn{{-1, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
 
-// The block of one attribute in a stream.
-std::string attribute(const std::string& type, const std::string& name, const std::string& value) {
-    return "Attr<" + type + "> { \nName \"" + name + "\"\nValue " + value + "\n}\n";
-}
-std::string body(const std::string& attributes) {
-    return "AttrContainer { \n" + attributes + "}\n";
-}
+// The body of a picture that has these attributes alone.
+std::string picture(const std::string& attributes) { return containerBlock(attributes) + '\n'; }
 const std::string placeBlock =
-    attribute("Mat4dd", "Transformation", "1 2 3 4  5 6 7 8  9 10 11 12  0 0 0 1  ");
+    attributeBlock("Mat4dd", "Transformation", "1 2 3 4  5 6 7 8  9 10 11 12  0 0 0 1  ");
 
 // How a picture stands after it was read from a text.
 struct Read {
@@ -54,38 +50,40 @@ void expectSettled(const PanoramaPicture& panorama, const Matrix& transformation
 }  // namespace
 
 TEST(PanoramaPictureReading, TurnsAPictureWhoseStreamHasNoFlags) {
-    const Read read(body(placeBlock));
+    const Read read(picture(placeBlock));
 
     EXPECT_EQ(read.code, std::nullopt);
     expectSettled(*read.panorama, turnedPlace, 1);
 }
 
 TEST(PanoramaPictureReading, TurnsAPictureWhoseStreamHasTheFlagClear) {
-    const Read read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "0")));
+    const Read read(picture(placeBlock + attributeBlock("uint32_t", "TrafoFixedFlags", "0")));
 
     expectSettled(*read.panorama, turnedPlace, 1);
 }
 
 TEST(PanoramaPictureReading, KeepsTheOtherFlags) {
     expectSettled(
-        *Read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "4294967294"))).panorama,
+        *Read(picture(placeBlock + attributeBlock("uint32_t", "TrafoFixedFlags", "4294967294")))
+             .panorama,
         turnedPlace, 4294967295u);
-    expectSettled(*Read(body(placeBlock + attribute("uint32_t", "TrafoFixedFlags", "7"))).panorama,
-                  place, 7);
+    expectSettled(
+        *Read(picture(placeBlock + attributeBlock("uint32_t", "TrafoFixedFlags", "7"))).panorama,
+        place, 7);
 }
 
 TEST(PanoramaPictureReading, ChangesNothingWhereTheStreamHasTheFlag) {
-    const Read read(body(attribute("uint32_t", "TrafoFixedFlags", "1") + placeBlock));
+    const Read read(picture(attributeBlock("uint32_t", "TrafoFixedFlags", "1") + placeBlock));
 
     expectSettled(*read.panorama, place, 1);
 }
 
 TEST(PanoramaPictureReading, TurnsTheIdentityWhereTheStreamHasNoTransformation) {
-    expectSettled(*Read(body("")).panorama, halfTurn, 1);
+    expectSettled(*Read(picture("")).panorama, halfTurn, 1);
 }
 
 TEST(PanoramaPictureReading, TurnsExactly) {
-    const Read read(body(""));
+    const Read read(picture(""));
 
     EXPECT_EQ(read.panorama->Transformation()(0, 1), 0.0);
     EXPECT_EQ(read.panorama->Transformation()(1, 0), 0.0);
@@ -93,12 +91,12 @@ TEST(PanoramaPictureReading, TurnsExactly) {
 }
 
 TEST(PanoramaPictureReading, MakesThePictureSphericalWhateverTheStreamSays) {
-    EXPECT_EQ(Read(body(attribute("int", "Spherical", "0"))).panorama->Spherical(), 1);
-    EXPECT_EQ(Read(body(attribute("int", "Spherical", "5"))).panorama->Spherical(), 1);
+    EXPECT_EQ(Read(picture(attributeBlock("int", "Spherical", "0"))).panorama->Spherical(), 1);
+    EXPECT_EQ(Read(picture(attributeBlock("int", "Spherical", "5"))).panorama->Spherical(), 1);
 }
 
 TEST(PanoramaPictureReading, TurnsOnceOverWriteReadWriteRead) {
-    const auto oldStream = "Child { \n\"PanoramaPicture\" \"P1\"\n" + body(placeBlock) + "}\n";
+    const auto oldStream = childBlock("PanoramaPicture", "P1", picture(placeBlock)) + "\n";
     auto root = Object::create();
     ASSERT_EQ(readText(*root, oldStream), std::nullopt);
 
@@ -131,7 +129,7 @@ TEST(PanoramaPictureReading, DoesNotTurnAPictureOfItsOwnMaking) {
 }
 
 TEST(PanoramaPictureReading, TurnsACopyNoMore) {
-    const Read read(body(placeBlock));
+    const Read read(picture(placeBlock));
 
     const auto copy =
         std::dynamic_pointer_cast<PanoramaPicture>(read.panorama->duplicate(CreateDeep));
@@ -143,15 +141,15 @@ TEST(PanoramaPictureReading, TurnsACopyNoMore) {
 
 TEST(PanoramaPictureReading, TurnsAPictureThatIsReadAgainFromAStreamWithoutFlags) {
     const auto panorama = PanoramaPicture::create();
-    ASSERT_EQ(readText(*panorama, body(placeBlock)), std::nullopt);
+    ASSERT_EQ(readText(*panorama, picture(placeBlock)), std::nullopt);
 
-    ASSERT_EQ(readText(*panorama, body(placeBlock)), std::nullopt);
+    ASSERT_EQ(readText(*panorama, picture(placeBlock)), std::nullopt);
 
     expectSettled(*panorama, turnedPlace, 1);
 }
 
 TEST(PanoramaPictureReading, TurnsAlsoWhereTheReadFails) {
-    const Read read(body(placeBlock + "Attr<ScanPt> { \nName \"x\"\n}\n"));
+    const Read read(picture(placeBlock + "\nAttr<ScanPt> { \nName \"x\"\n}"));
 
     EXPECT_EQ(read.code, ErrorCode::AttributeNotCreated);
     expectSettled(*read.panorama, turnedPlace, 1);
@@ -159,7 +157,7 @@ TEST(PanoramaPictureReading, TurnsAlsoWhereTheReadFails) {
 
 TEST(PanoramaPictureReading, TurnsAlsoWithoutAContext) {
     const auto panorama = PanoramaPicture::create();
-    std::istringstream stream(body(placeBlock));
+    std::istringstream stream(picture(placeBlock));
 
     EXPECT_EQ(codeOf(panorama->readFrom(stream, nullptr)), ErrorCode::ContextMissing);
 
@@ -170,14 +168,14 @@ TEST(PanoramaPictureReading, TurnsAlsoWithoutAContext) {
 TEST(PanoramaPictureReading, TurnsAlsoWhereANumberIsMalformed) {
     const auto panorama = PanoramaPicture::create();
 
-    EXPECT_THROW(readText(*panorama, body(placeBlock + attribute("double", "Gain", "1e"))),
+    EXPECT_THROW(readText(*panorama, picture(placeBlock + attributeBlock("double", "Gain", "1e"))),
                  std::invalid_argument);
 
     expectSettled(*panorama, turnedPlace, 1);
 }
 
 TEST(PanoramaPictureReading, GivesTheWarningOfTheRead) {
-    const Read read(body(placeBlock) + "Child { \n\"Foo\" \"f\"\nBar 1\n}\n");
+    const Read read(picture(placeBlock) + childBlock("Foo", "f", "\nBar 1") + "\n");
 
     EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
     expectSettled(*read.panorama, turnedPlace, 1);
@@ -187,10 +185,10 @@ TEST(PanoramaPictureReading, TellsOfTheTurnAsOfAnyChange) {
     const auto panorama = PanoramaPicture::create();
     const auto counter = watch(panorama->Attr_Transformation());
 
-    ASSERT_EQ(readText(*panorama, body("")), std::nullopt);
+    ASSERT_EQ(readText(*panorama, picture("")), std::nullopt);
     EXPECT_EQ(counter->told, 1);
 
-    ASSERT_EQ(readText(*panorama, body(attribute("uint32_t", "TrafoFixedFlags", "1"))),
+    ASSERT_EQ(readText(*panorama, picture(attributeBlock("uint32_t", "TrafoFixedFlags", "1"))),
               std::nullopt);
     EXPECT_EQ(counter->told, 1);
 }

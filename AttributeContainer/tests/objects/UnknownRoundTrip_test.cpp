@@ -14,13 +14,13 @@ using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 TEST(UnknownRoundTrip, KeepsAnUnknownObject) {
-    expectComesBack(rootWith(
-        childOf("Station", "s1", bodyWith("s1", attribute("double", "InstrumentHeight", "1.75")))));
+    expectComesBack(rootWith(childBlock(
+        "Station", "s1", body("s1", attributeBlock("double", "InstrumentHeight", "1.75")))));
 }
 
 TEST(UnknownRoundTrip, LetsTheKnownPartsOfAnUnknownObjectTakePart) {
-    const Read read(rootWith(
-        childOf("Station", "s1", bodyWith("s1", attribute("double", "InstrumentHeight", "1.75")))));
+    const Read read(rootWith(childBlock(
+        "Station", "s1", body("s1", attributeBlock("double", "InstrumentHeight", "1.75")))));
 
     const auto station = read.fallback("s1");
     ASSERT_NE(station, nullptr);
@@ -37,9 +37,9 @@ TEST(UnknownRoundTrip, LetsTheKnownPartsOfAnUnknownObjectTakePart) {
 
 TEST(UnknownRoundTrip, KeepsUnknownObjectsInsideUnknownObjects) {
     const std::string inner =
-        childOf("Prism", "p1", bodyWith("p1", attribute("int", "Constant", "-30")));
-    const std::string middle = childOf("Tripod", "t1", body("t1") + inner + child("plain"));
-    const std::string stream = rootWith(childOf("Station", "s1", body("s1") + middle));
+        childBlock("Prism", "p1", body("p1", attributeBlock("int", "Constant", "-30")));
+    const std::string middle = childBlock("Tripod", "t1", body("t1") + inner + child("plain"));
+    const std::string stream = rootWith(childBlock("Station", "s1", body("s1") + middle));
     expectComesBack(stream);
 
     const Read read(stream);
@@ -51,50 +51,50 @@ TEST(UnknownRoundTrip, KeepsUnknownObjectsInsideUnknownObjects) {
 
 TEST(UnknownRoundTrip, KeepsUnknownTextInsideAnUnknownObjectInsideAKnownOne) {
     // The innermost has no container; its text gains the line feed ahead of it and no other.
-    const Read read(rootWith(child("plain", childOf("Foo", "f", "\nBar 1 { 2 } \"x\""))));
+    const Read read(rootWith(child("plain", childBlock("Foo", "f", "\nBar 1 { 2 } \"x\""))));
 
     EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
     EXPECT_EQ(written(*read.root),
-              rootWith(child("plain", childOf("Foo", "f", "\nBar 1 { 2 } \"x\"\n"))));
+              rootWith(child("plain", childBlock("Foo", "f", "\nBar 1 { 2 } \"x\"\n"))));
 }
 
 TEST(UnknownRoundTrip, AddsALineFeedToUnknownTextWithEachRound) {
     std::string text = "\nBar 1";
     for (int round = 0; round < 3; ++round) {
-        const Read read(rootWith(childOf("Foo", "f", text)));
+        const Read read(rootWith(childBlock("Foo", "f", text)));
         text += '\n';  // the one ahead of the brace that ends the block belongs to the text by now
-        EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", text)));
+        EXPECT_EQ(written(*read.root), rootWith(childBlock("Foo", "f", text)));
     }
 }
 
 TEST(UnknownRoundTrip, KeepsWhatStandsAheadOfTheContainer) {
     const std::string ahead = "\nCalibration { \n\"2031-05-01\" { 1 2 3 }\n}";
-    const Read read(rootWith(childOf("Foo", "f", ahead + bodyWith("f", ""))));
+    const Read read(rootWith(childBlock("Foo", "f", ahead + body("f", ""))));
 
-    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", ahead + "\n" + body("f"))));
+    EXPECT_EQ(written(*read.root), rootWith(childBlock("Foo", "f", ahead + "\n" + body("f"))));
 }
 
 TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInQuotes) {
     const std::string text = R"(
 Remark "a } in \"quotes\" { and \\"
 Path "C:\\" { "}" })";
-    const Read read(rootWith(childOf("Foo", "f", text) + child("behind")));
+    const Read read(rootWith(childBlock("Foo", "f", text) + child("behind")));
 
-    EXPECT_EQ(written(*read.root), rootWith(childOf("Foo", "f", text + "\n") + child("behind")));
+    EXPECT_EQ(written(*read.root), rootWith(childBlock("Foo", "f", text + "\n") + child("behind")));
 }
 
 TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInValues) {
-    expectComesBack(rootWith(
-        childOf("Foo", "f",
-                bodyWith("f", attribute("String", "Remark", R"("a } in \"quotes\" { and \\")")))));
+    expectComesBack(rootWith(childBlock(
+        "Foo", "f",
+        body("f", attributeBlock("String", "Remark", R"("a } in \"quotes\" { and \\")")))));
 }
 
 // Fields ------------------------------------------------------------------------------------------
 
 TEST(UnknownRoundTrip, KeepsUnknownFieldsOfKnownObjects) {
-    const std::string stream = bodyWith(
-        "root",
-        fieldOf("Weather", "weather", bodyWith("weather", attribute("double", "Celsius", "-4.5"))));
+    const std::string stream =
+        body("root", fieldBlock("Weather", "weather",
+                                body("weather", attributeBlock("double", "Celsius", "-4.5"))));
     const Read read(stream);
 
     EXPECT_EQ(read.code, ErrorCode::ElementSkipped);
@@ -108,11 +108,11 @@ TEST(UnknownRoundTrip, KeepsUnknownFieldsOfKnownObjects) {
 
 TEST(UnknownRoundTrip, KeepsKnownChildrenOfUnknownFields) {
     const std::string point =
-        childOf("Point3d", "p",
-                bodyWith("p", attribute("Vec3dd", "Position", "1 2 3") +
-                                  "\nAttr<double> { \nName \"PositionDeviation\"\n}"));
+        childBlock("Point3d", "p",
+                   body("p", attributeBlock("Vec3dd", "Position", "1 2 3") +
+                                 "\nAttr<double> { \nName \"PositionDeviation\"\n}"));
     const std::string stream =
-        bodyWith("root", fieldOf("Targets", "targets", body("targets") + point));
+        body("root", fieldBlock("Targets", "targets", body("targets") + point));
     const Read read(stream);
 
     const auto field = std::dynamic_pointer_cast<Object>(read.root->getField("targets").lock());
@@ -124,13 +124,13 @@ TEST(UnknownRoundTrip, KeepsKnownChildrenOfUnknownFields) {
 }
 
 TEST(UnknownRoundTrip, KeepsKnownFieldsOfUnknownFields) {
-    const std::string inner =
-        "\nAttrContainer { " +
-        ("\nAttr<String> { \nName \"Name\"\nValue \"inner\"\n}" + attribute("int", "Count", "3")) +
-        "\n}";
-    const std::string stream = bodyWith(
+    const std::string inner = "\nAttrContainer { " +
+                              ("\nAttr<String> { \nName \"Name\"\nValue \"inner\"\n}" +
+                               attributeBlock("int", "Count", "3")) +
+                              "\n}";
+    const std::string stream = body(
         "root",
-        fieldOf("Outer", "outer", bodyWith("outer", fieldOf("AttrContainer", "inner", inner))));
+        fieldBlock("Outer", "outer", body("outer", fieldBlock("AttrContainer", "inner", inner))));
     const Read read(stream);
 
     const auto outer = read.root->getField("outer").lock();
@@ -142,9 +142,9 @@ TEST(UnknownRoundTrip, KeepsKnownFieldsOfUnknownFields) {
 }
 
 TEST(UnknownRoundTrip, KeepsUnknownTextOfFields) {
-    const Read read(bodyWith("root", fieldOf("Weather", "weather", "\nRain { 1 }")));
+    const Read read(body("root", fieldBlock("Weather", "weather", "\nRain { 1 }")));
 
     EXPECT_EQ(read.code, ErrorCode::ElementSkipped);
     EXPECT_EQ(written(*read.root),
-              bodyWith("root", fieldOf("Weather", "weather", "\nRain { 1 }\n")));
+              body("root", fieldBlock("Weather", "weather", "\nRain { 1 }\n")));
 }
