@@ -1,0 +1,20 @@
+# Runs a program and holds what it prints against a file, line by line:
+#   cmake -D EXPECTED=<file> -P ExpectOutput.cmake -- <program> [argument...]
+set(command)
+set(behind FALSE)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE ${last})
+  if(behind)
+    list(APPEND command "${CMAKE_ARGV${i}}")
+  elseif(CMAKE_ARGV${i} STREQUAL "--")
+    set(behind TRUE)
+  endif()
+endforeach()
+
+execute_process(COMMAND ${command} OUTPUT_VARIABLE printed RESULT_VARIABLE result)
+file(READ "${EXPECTED}" expected)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "it ended with ${result} and printed\n${printed}")
+elseif(NOT printed STREQUAL expected)
+  message(FATAL_ERROR "it printed\n${printed}\nand not\n${expected}")
+endif()
