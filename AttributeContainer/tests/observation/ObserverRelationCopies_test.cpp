@@ -1,9 +1,10 @@
 // Duplicates of containers, and who watches them.
 #include <AttributeContainer/ObserverRelation.h>
-#include <AttributeContainer/kVAttrContainer.h>
+#include <AttributeContainer/Object.h>
 
 #include "support/Containers.h"
 #include "support/ObserverGraph.h"
+#include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,16 @@ struct Watched {
 
 std::shared_ptr<Attribute> gainOf(AttrContainer& holder) {
     return holder.getAttribute("Gain").lock();
+}
+
+// A copy of an object and of all below it; the copies come behind those that are in the list.
+std::shared_ptr<Object> copyBelow(const Object& source,
+                                  std::vector<std::shared_ptr<Object>>& copies) {
+    const auto copy = std::static_pointer_cast<Object>(source.duplicate(CreateDeep));
+    copies.push_back(copy);
+    for (const auto& child : source.getChildren())
+        copy->addChild(copyBelow(*child, copies), AddFlags::SkipNameTest);
+    return copy;
 }
 
 }  // namespace
@@ -152,4 +163,54 @@ TEST(ObserverRelationCopies, ACopyWhoseObserverWentMeanwhileHasNothingToSwap) {
     }
     EXPECT_FALSE(gainOf(*copy)->getPath(0).isActive());
     gainOf(*copy)->touch(nullptr, nullptr);
+}
+
+// Hosts that copy children too ------------------------------------------------------------------
+
+TEST(ObserverRelationCopies, ATreeThatAHostCopiesInOneScopeWatchesItself) {
+    const auto root = named("root");
+    const auto early = addNamed(*root, "early");
+    const auto late = addNamed(*addNamed(*root, "branch"), "late");
+    const auto outside = listenerAt("/outside");
+    const auto gain = addCustom<double>(*early, "Gain", 1.0);
+    const auto tone = addCustom<double>(*late, "Tone", 1.0);
+    gain->addObserver(*late, 1, tellAction, false);
+    gain->addPreObserver(*root, 2, askAction, false);
+    tone->addObserver(*early, 1, tellAction, false);
+    tone->addObserver(*outside, 3, tellAction, false);
+
+    std::vector<std::shared_ptr<Object>> copies;
+    {
+        const BlockUpdateObservers scope(nullptr);
+        copyBelow(*root, copies);
+        for (const auto& copy : copies) copy->updateObservers(*scope.getTable());
+    }
+
+    ASSERT_EQ(copies.size(), 4u);  // root, early, branch, late
+    const auto gainCopy = gainOf(*copies[1]);
+    EXPECT_EQ(targetOf(*gainCopy, 0), copies[0].get());
+    EXPECT_EQ(targetOf(*gainCopy, 1), copies[3].get());
+    const auto toneCopy = copies[3]->getAttribute("Tone").lock();
+    EXPECT_EQ(targetOf(*toneCopy, 0), copies[1].get());
+    EXPECT_EQ(targetOf(*toneCopy, 1), outside.get());
+    for (const auto& attribute : {gainCopy, toneCopy}) {
+        EXPECT_TRUE(attribute->getPath(0).isActive());
+        EXPECT_TRUE(attribute->getPath(1).isActive());
+    }
+    toneCopy->touch(nullptr, nullptr);
+    EXPECT_EQ(outside->told, 1);
+    EXPECT_EQ(outside->getNumObservedByMe(), 2u);
+    EXPECT_EQ(late->lookupObservedByMe(*gainCopy), notFound) << "the originals hear of no copy";
+}
+
+TEST(ObserverRelationCopies, ATreeThatAHostCopiesWithoutAScopeIsWatchedByTheOriginals) {
+    const auto root = named("root");
+    const auto early = addNamed(*root, "early");
+    const auto late = addNamed(*root, "late");
+    addCustom<double>(*early, "Gain", 1.0)->addObserver(*late, 1, tellAction, false);
+
+    std::vector<std::shared_ptr<Object>> copies;
+    copyBelow(*root, copies);
+
+    EXPECT_EQ(targetOf(*gainOf(*copies[1])), late.get());
 }

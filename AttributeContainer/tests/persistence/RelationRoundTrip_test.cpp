@@ -121,3 +121,22 @@ TEST(RelationRoundTrip, IsPutInForceByAWalkOverTheTree) {
     EXPECT_EQ(resolver.numUnresolved, 1);
     EXPECT_TRUE(attributeAt(*back, "early", "Gain")->getPath(0).isActive());
 }
+
+TEST(RelationRoundTrip, OwnRelationsOfAContainerAreResolvedByIt) {
+    const std::string text =
+        "\nAttrContainer { "
+        "\nAttr<String> { \nName \"Name\"\nValue \"root\"\n}"
+        "\nPostObserver \nObserverPath { \nPath \"late\"\nPriority 3\nAction \"Notify\"\n}"
+        "\nPostObserver \nObserverPath { \nPath \"never\"\nPriority 2\nAction \"Notify\"\n}"
+        "\n}\n";
+    const auto back = named("before");
+    const auto late = addNamed(*back, "late");
+
+    EXPECT_EQ(readText(*back, text), std::nullopt);
+
+    ASSERT_EQ(late->setName("later"), nullptr);
+    const std::string again = written(*back);
+    EXPECT_NE(again.find("Path \"/later\""), std::string::npos) << "it goes with the observer";
+    EXPECT_NE(again.find("Path \"never\""), std::string::npos) << "it is still a text";
+    EXPECT_EQ(again.find("Path \"late\""), std::string::npos);
+}
