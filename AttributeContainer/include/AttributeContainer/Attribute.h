@@ -131,6 +131,11 @@ protected:
     static void setAttributeTempFlags(int flags);
     static bool isAnyTempFlagSet();
 
+    /// Asks the pre-observers about a value that is about to come.
+    /// \return false when one of them refused.
+    bool askFirst(std::shared_ptr<ObserverInfo> newValue,
+                  const std::shared_ptr<ObservingObject>& initiator,
+                  std::vector<NotificationResult>* results);
     /// The half of a change ahead of the store: asks the pre-observers about a value that is about to
     /// come, `newValue` being empty where there are none, and fulfils the promise.
     /// \return false when one of them refused.

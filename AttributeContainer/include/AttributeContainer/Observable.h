@@ -125,7 +125,10 @@ public:
     bool addNotifyInfo(std::shared_ptr<ObserverInfo> info);
     std::shared_ptr<ObserverInfo> lookupNotifyInfo(const std::type_index& type);
     std::shared_ptr<const ObserverInfo> lookupNotifyInfo(const std::type_index& type) const;
-    /// Takes the info of that type out and returns it; empty when there is none.
+    /// Whether an info of that type hangs here; cheaper than taking a share of it.
+    bool hasNotifyInfo(const std::type_index& type) const;
+    /// Takes the info of that type out and returns it; empty when there is none. The second
+    /// argument has no effect: an observable without infos has no place among them.
     std::shared_ptr<ObserverInfo> removeNotifyInfo(const std::type_index& type, bool dropEmpty);
     /// \return true if exactly this object hung here and is now gone.
     bool removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info, bool dropEmpty);
@@ -176,6 +179,11 @@ protected:
     const ParamsEx* parEx() const { return &params; }
     Params* checkPar() { return &params; }
 
+    /// Whether a post notification would do nothing at all: nobody to tell, nothing to tidy up.
+    bool isQuiet() const {
+        return params.postObservers.empty() &&
+               (params.flags & (ParamsEx::lookupPending | ParamsEx::postCleanupPending)) == 0;
+    }
     /// Runs the actions of one list from its back; every walk of a change goes through here.
     void notifySequence(const Initiator& initiator, ObserverList* list,
                         std::vector<NotificationResult>* results);

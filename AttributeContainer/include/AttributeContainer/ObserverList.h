@@ -15,8 +15,8 @@ namespace QOR::AttributeContainer {
 /// pointers, and the address of a relation lasts as long as it is in the list.
 class QOR_API ObserverList {
 public:
-    std::uint64_t size() const { return paths.size(); }
-    bool empty() const { return paths.empty(); }
+    std::uint64_t size() const { return paths ? paths->size() : 0; }
+    bool empty() const { return !paths || paths->empty(); }
     /// \throws std::out_of_range past the end.
     ObserverPath& get(std::uint64_t index);
     const ObserverPath& get(std::uint64_t index) const;
@@ -47,7 +47,13 @@ public:
 private:
     friend class Observable;  // walks the list while observers change it
 
-    std::vector<std::unique_ptr<ObserverPath>> paths;
+    using Paths = std::vector<std::unique_ptr<ObserverPath>>;
+
+    Paths& made();
+    ObserverPath& at(std::uint64_t index) const { return *(*paths)[index]; }
+
+    // Made with the first relation: most lists never have one, and cost one word each.
+    std::unique_ptr<Paths> paths;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -100,8 +100,13 @@ private:
     static constexpr unsigned char resolvedBit = 2;
     static constexpr unsigned char temporaryBit = 4;
     static constexpr unsigned char dismissedBit = 8;  // the observer was told to forget already
+    // What the action is where it is one of the two that ask and tell: a walk then calls the
+    // observer itself.
+    static constexpr unsigned char tellsBit = 16;
+    static constexpr unsigned char asksBit = 32;
 
     void init(const Owner& newOwner, short newPriority, std::uint64_t actionToken);
+    void bindAction(const std::optional<std::reference_wrapper<Action>>& newAction);
     void copyFrom(const ObserverPath& other);
     bool hasFlag(unsigned char bit) const { return (flags & bit) != 0; }
     void setFlag(unsigned char bit, bool value) {
@@ -122,6 +127,9 @@ private:
     void dismiss(Observable& observable);
     /// The observer goes away while this relation cannot leave its list: nothing may reach it.
     void abandon();
+    /// What the action does for `observer`, the target; there is an action.
+    Action::ExecReturn execute(Observable& observable, Observer& target,
+                               const Action::Initiator& initiator) const;
     /// Whether the object of a guard has ended. One that no shared pointer owned when the guard was
     /// set tells nothing, and is looked after by the handshake alone.
     static bool hasEnded(const std::weak_ptr<ObservingObject>& guard) {

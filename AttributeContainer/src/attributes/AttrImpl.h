@@ -6,6 +6,7 @@
 
 #include "attributes/MakeAttribute.h"
 #include "attributes/SameValue.h"
+#include "attributes/TempFlags.h"
 
 #include <memory>
 #include <type_traits>
@@ -32,17 +33,18 @@ const std::string& Attr<T>::getClassName() const {
 
 template <AttrValue T>
 const T& Attr<T>::get() const {
-    if (isAnyTempFlagSet() && isCachedAttributePending()) {
+    if ((tempFlags & cachedAttributePending) != 0) {
         if (const auto cached = std::dynamic_pointer_cast<Attr<T>>(lookupCachedAttribute()))
-            return *cached->value->read();  // the info keeps it for as long as it is pending
+            return *cached->value->AttrVal<T>::read();  // the info keeps it while it is pending
     }
-    return *value->read();
+    return *value->AttrVal<T>::read();
 }
 
 template <AttrValue T>
 void Attr<T>::store(const T& newValue) {
-    if (value->read() == &newValue) return;
-    *value->access() = newValue;
+    // The holder is made here and is of no derived class.
+    if (value->AttrVal<T>::read() == &newValue) return;
+    *value->AttrVal<T>::access() = newValue;
     if constexpr (std::same_as<T, std::string>) stored();
 }
 
@@ -53,8 +55,11 @@ void Attr<T>::set(const T& newValue) {
 
 template <AttrValue T>
 void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& initiator) {
-    // The common change: nobody to ask, nothing unusual on this thread.
-    if (getNumPreObservers() == 0 && !isAnyTempFlagSet()) {
+    // The common change: nobody who waits for answers, nothing unusual on this thread.
+    if (tempFlags == 0) {
+        if (getNumPreObservers() > 0 &&
+            !askFirst(std::make_shared<NewValueInfo<T>>(newValue), initiator, nullptr))
+            return;
         store(newValue);
         touch(initiator, nullptr);
         return;
@@ -85,13 +90,14 @@ void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& ini
 template <AttrValue T>
 void Attr<T>::touch(const std::shared_ptr<ObservingObject>& initiator,
                     std::vector<NotificationResult>* results) {
-    if (isAnyTempFlagSet()) {
+    if (tempFlags != 0) {
         if (isCachedAttributePending()) {
             const auto cached = std::dynamic_pointer_cast<Attr<T>>(takeCachedAttribute());
-            if (cached) store(*cached->value->read());
+            if (cached) store(*cached->value->AttrVal<T>::read());
         }
         if (isObservingBlocked()) return;
     }
+    if (isQuiet()) return;
     Attribute::touch(initiator, results);
 }
 

@@ -4,17 +4,16 @@
 #include <AttributeContainer/CachedAttributeInfo.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
-#include "observation/ThreadWord.h"
+#include "attributes/TempFlags.h"
 #include "observation/WalkFrame.h"
 
 #include <utility>
 
 namespace QOR::AttributeContainer {
 
-namespace {
-// The switches of this thread: whether observing is blocked, whether a cached value is pending.
 QOR_THREAD_WORD int tempFlags = 0;
 
+namespace {
 void setTempFlag(int bit, bool value) {
     tempFlags = value ? tempFlags | bit : tempFlags & ~bit;
 }
@@ -153,18 +152,24 @@ void runFor(ResultPromise& promise, const Half& half) {
 }
 }  // namespace
 
+bool Attribute::askFirst(std::shared_ptr<ObserverInfo> newValue,
+                         const std::shared_ptr<ObservingObject>& initiator,
+                         std::vector<NotificationResult>* results) {
+    const WalkFrame frame(*this);
+    addNotifyInfo(std::move(newValue));
+    preTouch(initiator, results);
+    if (frame.isGone()) return false;  // an observer ended the attribute: nothing is left to change
+    if (!hasNotifyInfo(typeid(InfoFailed))) return true;
+    removeNotifyInfos(false);
+    return false;
+}
+
 bool Attribute::runPreHalf(std::shared_ptr<ObserverInfo> newValue,
                            const std::shared_ptr<ObservingObject>& initiator,
                            ResultPromise& preResults) {
     bool accepted = true;
     runFor(preResults, [&](Results* results) {
-        if (!newValue) return;
-        const WalkFrame frame(*this);
-        addNotifyInfo(std::move(newValue));
-        preTouch(initiator, results);
-        // Where an observer ended the attribute, nothing is left to change.
-        accepted = !frame.isGone() && !lookupNotifyInfo(typeid(InfoFailed));
-        if (!accepted && !frame.isGone()) removeNotifyInfos(false);
+        if (newValue) accepted = askFirst(std::move(newValue), initiator, results);
     });
     return accepted;
 }

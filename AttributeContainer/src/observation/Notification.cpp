@@ -34,28 +34,37 @@ void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
     if (depth.load(std::memory_order_relaxed) == 0) finishWalk(list);
 }
 
+inline Action::ExecReturn ObserverPath::execute(Observable& observable, Observer& target,
+                                                const Action::Initiator& initiator) const {
+    if (!hasFlag(tellsBit) && !hasFlag(asksBit))
+        return action->get().execute(observable, target, initiator);
+    if (initiator && &initiator->get() == static_cast<const ObservingObject*>(&target))
+        return Action::ExecUnchanged;
+    Action::Initiator own = initiator;  // the observer may change it, for itself alone
+    return hasFlag(tellsBit) ? target.changedNotify(observable, own)
+                             : target.toChangeNotify(observable, own);
+}
+
 void Observable::runWalk(const Initiator& initiator, ObserverList& list,
                          std::vector<NotificationResult>* results, const bool& gone) {
     const Action::Initiator given = initiator ? Action::Initiator{*initiator} : Action::Initiator{};
-    auto& paths = list.paths;
-    for (std::uint64_t index = paths.size(); index-- > 0;) {
-        const ObserverPath& path = *paths[index];
+    for (std::uint64_t index = list.size(); index-- > 0;) {
+        const ObserverPath& path = list.at(index);
         Observer* const observer = path.liveObserver();
         if (!observer && !path.isGone()) return;  // active relations come last, so none is left
         if (!observer || !path.action) continue;  // one end does not silence those below
-        Action& action = path.action->get();
         if (!results) {
-            if (action.execute(*this, *observer, given) == Action::ExecStopNotify) return;
+            if (path.execute(*this, *observer, given) == Action::ExecStopNotify) return;
         } else {
             // The observer may end itself in its action; its record must still be made.
             const auto self = observer->weak_from_this().lock();
-            const Action::ExecReturn result = action.execute(*this, *observer, given);
+            const Action::ExecReturn result = path.execute(*this, *observer, given);
             if (!self) throw std::bad_weak_ptr{};
             results->push_back({self, result});
             if (result == Action::ExecStopNotify) return;
         }
         if (gone) return;
-        index = std::min<std::uint64_t>(index, paths.size());
+        index = std::min(index, list.size());
     }
 }
 
@@ -85,11 +94,14 @@ bool Observable::addNotifyInfo(std::shared_ptr<ObserverInfo> info) {
 }
 
 std::shared_ptr<ObserverInfo> Observable::lookupNotifyInfo(const std::type_index& type) {
-    NotifyInfoTable* const table = NotifyInfoTable::current();
-    const auto* const infos = table ? table->find(*this) : nullptr;
-    if (!infos) return nullptr;
-    const auto found = std::ranges::find(*infos, type, &NotifyInfoTable::Entry::type);
-    return found != infos->end() ? found->info : nullptr;
+    const NotifyInfoTable* const table = NotifyInfoTable::current();
+    const auto* const found = table ? table->find(*this, type) : nullptr;
+    return found ? *found : nullptr;
+}
+
+bool Observable::hasNotifyInfo(const std::type_index& type) const {
+    const NotifyInfoTable* const table = NotifyInfoTable::current();
+    return table && table->find(*this, type);
 }
 
 std::shared_ptr<const ObserverInfo> Observable::lookupNotifyInfo(
@@ -98,9 +110,9 @@ std::shared_ptr<const ObserverInfo> Observable::lookupNotifyInfo(
 }
 
 std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index& type,
-                                                           bool dropEmpty) {
+                                                           bool) {
     NotifyInfoTable* const table = NotifyInfoTable::current();
-    return table ? table->take(*this, type, dropEmpty) : nullptr;
+    return table ? table->take(*this, type) : nullptr;
 }
 
 bool Observable::removeNotifyInfo(const std::shared_ptr<const ObserverInfo>& info, bool dropEmpty) {
@@ -125,12 +137,8 @@ void Observable::removeNotifyInfos(std::shared_ptr<const ObserverInfoMap>& infos
 }
 
 std::shared_ptr<ObserverInfoMap> Observable::copyNotifyInfos() const {
-    NotifyInfoTable* const table = NotifyInfoTable::current();
-    const auto* const infos = table ? table->find(*this) : nullptr;
-    if (!infos || infos->empty()) return nullptr;
-    auto copy = std::make_shared<ObserverInfoMap>();
-    for (const auto& entry : *infos) copy->emplace(entry.type, entry.info);
-    return copy;
+    const NotifyInfoTable* const table = NotifyInfoTable::current();
+    return table ? table->copy(*this) : nullptr;
 }
 
 void Observable::setNotifyInfos(std::shared_ptr<ObserverInfoMap>& infos) {

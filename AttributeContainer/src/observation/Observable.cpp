@@ -55,20 +55,28 @@ std::optional<std::string> Observable::inqObjPath() const { return std::nullopt;
 
 // Adding and removing -----------------------------------------------------------------------
 
+namespace {
+// A new relation to an observer, or to whom a path leads.
+template <class Target>
+std::unique_ptr<ObserverPath> makeRelation(Observable& owner, const Target& target, short priority,
+                                           std::uint64_t action, bool temporary) {
+    auto path =
+        std::make_unique<ObserverPath>(ObserverPath::Owner{owner}, target, priority, action);
+    path->setTemporary(temporary);
+    return path;
+}
+using Target = ObserverPath::OptionalObserver;
+using Text = std::optional<const std::string>;
+}  // namespace
+
 Observable::AddResult Observable::addObserver(Observer& observer, short priority,
                                               std::uint64_t action, bool temporary) {
-    auto path = std::make_unique<ObserverPath>(
-        ObserverPath::Owner{*this}, ObserverPath::OptionalObserver{observer}, priority, action);
-    path->setTemporary(temporary);
-    return addObserver(std::move(path), true);
+    return addObserver(makeRelation(*this, Target{observer}, priority, action, temporary), true);
 }
 
 Observable::AddResult Observable::addObserver(const std::string& text, short priority,
                                               std::uint64_t action, bool temporary) {
-    auto path = std::make_unique<ObserverPath>(
-        ObserverPath::Owner{*this}, std::optional<const std::string>{text}, priority, action);
-    path->setTemporary(temporary);
-    return addObserver(std::move(path), true);
+    return addObserver(makeRelation(*this, Text{text}, priority, action, temporary), true);
 }
 
 Observable::AddResult Observable::addObserver(std::unique_ptr<ObserverPath> path, bool sorted) {
@@ -77,18 +85,12 @@ Observable::AddResult Observable::addObserver(std::unique_ptr<ObserverPath> path
 
 Observable::AddResult Observable::addPreObserver(Observer& observer, short priority,
                                                  std::uint64_t action, bool temporary) {
-    auto path = std::make_unique<ObserverPath>(
-        ObserverPath::Owner{*this}, ObserverPath::OptionalObserver{observer}, priority, action);
-    path->setTemporary(temporary);
-    return addPreObserver(std::move(path), true);
+    return addPreObserver(makeRelation(*this, Target{observer}, priority, action, temporary), true);
 }
 
 Observable::AddResult Observable::addPreObserver(const std::string& text, short priority,
                                                  std::uint64_t action, bool temporary) {
-    auto path = std::make_unique<ObserverPath>(
-        ObserverPath::Owner{*this}, std::optional<const std::string>{text}, priority, action);
-    path->setTemporary(temporary);
-    return addPreObserver(std::move(path), true);
+    return addPreObserver(makeRelation(*this, Text{text}, priority, action, temporary), true);
 }
 
 Observable::AddResult Observable::addPreObserver(std::unique_ptr<ObserverPath> path, bool sorted) {
@@ -127,8 +129,8 @@ void Observable::rmObserver(Observer& observer) {
     if (params.notifyDepth.load(std::memory_order_relaxed) == 0) return;
     // What had to stay in its list is not to tell the observer again.
     for (ObserverList* const list : {&params.postObservers, &params.preObservers})
-        for (const auto& path : list->paths)
-            if (path->leadsTo(observer)) path->setFlag(ObserverPath::dismissedBit, true);
+        for (std::uint64_t i = 0; i < list->size(); ++i)
+            if (list->get(i).leadsTo(observer)) list->get(i).setFlag(ObserverPath::dismissedBit, true);
 }
 
 void Observable::informRmObservedBy(Observer& observer) {

@@ -17,36 +17,42 @@ bool belongsBehind(const ObserverPath& added, const ObserverPath& listed) {
 }
 }  // namespace
 
+ObserverList::Paths& ObserverList::made() {
+    if (!paths) paths = std::make_unique<Paths>();
+    return *paths;
+}
+
 ObserverPath& ObserverList::get(std::uint64_t index) {
-    if (index >= paths.size()) throw std::out_of_range("invalid vector subscript");
-    return *paths[index];
+    if (index >= size()) throw std::out_of_range("invalid vector subscript");
+    return at(index);
 }
 
 const ObserverPath& ObserverList::get(std::uint64_t index) const {
-    if (index >= paths.size()) throw std::out_of_range("invalid vector subscript");
-    return *paths[index];
+    if (index >= size()) throw std::out_of_range("invalid vector subscript");
+    return at(index);
 }
 
 ObserverPath* ObserverList::add(std::unique_ptr<ObserverPath> path) {
     if (!path) return nullptr;
-    paths.push_back(std::move(path));
-    return paths.back().get();
+    made().push_back(std::move(path));
+    return paths->back().get();
 }
 
 ObserverPath* ObserverList::addAfter(std::uint64_t index, std::unique_ptr<ObserverPath> path) {
     if (!path) return nullptr;
-    if (index != none && index + 1 >= paths.size()) return add(std::move(path));
-    const auto place = paths.begin() + static_cast<std::ptrdiff_t>(index + 1);
-    return paths.insert(place, std::move(path))->get();
+    if (index != none && index + 1 >= size()) return add(std::move(path));
+    const auto place = made().begin() + static_cast<std::ptrdiff_t>(index + 1);
+    return paths->insert(place, std::move(path))->get();
 }
 
 void ObserverList::compress(bool) {
-    std::erase_if(paths, [](const auto& path) { return !path->getAction() || path->isGone(); });
+    if (!paths) return;
+    std::erase_if(*paths, [](const auto& path) { return !path->getAction() || path->isGone(); });
 }
 
 std::uint64_t ObserverList::lookup(const ObserverPath& path) const {
-    for (std::uint64_t i = paths.size(); i-- > 0;)
-        if (*paths[i] == path) return i;
+    for (std::uint64_t i = size(); i-- > 0;)
+        if (at(i) == path) return i;
     return none;
 }
 
@@ -59,9 +65,9 @@ std::unique_ptr<ObserverPath> ObserverList::remove(std::uint64_t index, std::uin
         get(index).setAction(std::uint64_t{0});
         return nullptr;
     }
-    if (index >= paths.size()) return nullptr;
-    auto removed = std::move(paths[index]);
-    paths.erase(paths.begin() + static_cast<std::ptrdiff_t>(index));
+    if (index >= size()) return nullptr;
+    auto removed = std::move((*paths)[index]);
+    paths->erase(paths->begin() + static_cast<std::ptrdiff_t>(index));
     return removed;
 }
 
@@ -72,13 +78,14 @@ bool ObserverList::removeElement(const ObserverPath& path, std::uint64_t depth) 
 }
 
 void ObserverList::sort() {
-    std::ranges::sort(paths,
+    if (!paths) return;
+    std::ranges::sort(*paths,
                       [](const auto& a, const auto& b) { return ObserverPath::comp(*a, *b) < 0; });
 }
 
 std::uint64_t ObserverList::findInsertionPoint(const ObserverPath& path) const {
-    for (std::uint64_t i = paths.size(); i-- > 0;)
-        if (belongsBehind(path, *paths[i])) return i;
+    for (std::uint64_t i = size(); i-- > 0;)
+        if (belongsBehind(path, at(i))) return i;
     return none;
 }
 

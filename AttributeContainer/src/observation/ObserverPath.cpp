@@ -4,6 +4,7 @@
 #include <AttributeContainer/Observable.h>
 #include <AttributeContainer/Observer.h>
 
+#include <typeinfo>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -50,7 +51,8 @@ void ObserverPath::copyFrom(const ObserverPath& other) {
     setOwner(other.livingOwner());
     priority = other.priority;
     action = other.action;
-    flags = static_cast<unsigned char>(other.flags & (temporaryBit | resolvedBit));
+    flags = static_cast<unsigned char>(other.flags &
+                                       (temporaryBit | resolvedBit | tellsBit | asksBit));
     observer = other.observer;
     // Taken anew: the observer may have had no owner yet when the other relation was made.
     guard = other.isResolved() ? observer->weak_from_this() : other.guard;
@@ -92,7 +94,7 @@ void ObserverPath::dismiss(Observable& observable) {
 void ObserverPath::abandon() {
     observer = nullptr;
     guard.reset();
-    action.reset();
+    bindAction(std::nullopt);
     setFlag(activeBit, false);
 }
 
@@ -165,7 +167,14 @@ void ObserverPath::setAction(const std::string& name) {
 }
 
 void ObserverPath::setAction(std::uint64_t token) {
-    action = ActionContainer::the()->getAction(token);
+    bindAction(ActionContainer::the()->getAction(token));
+}
+
+void ObserverPath::bindAction(const std::optional<std::reference_wrapper<Action>>& newAction) {
+    action = newAction;
+    // Exactly these classes: one derived from them may do anything.
+    setFlag(tellsBit, action && typeid(action->get()) == typeid(ActionNotify));
+    setFlag(asksBit, action && typeid(action->get()) == typeid(ActionPreNotify));
 }
 
 std::optional<const std::string> ObserverPath::getActionName() const {

@@ -1,7 +1,7 @@
 // Relations that are removed or added while a walk runs over their list.
 #include <AttributeContainer/Observable.h>
 
-#include "support/ObserverGraph.h"
+#include "support/RelationScenes.h"
 
 #include <gtest/gtest.h>
 
@@ -12,28 +12,7 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-// A bell and three observers of falling priority, of which the first one acts.
-struct Scene {
-    std::shared_ptr<Bell> bell = std::make_shared<Bell>();
-    std::shared_ptr<Actor> strong = std::make_shared<Actor>();
-    std::shared_ptr<Listener> middle = std::make_shared<Listener>();
-    std::shared_ptr<Listener> weak = std::make_shared<Listener>();
-
-    Scene() {
-        bell->addObserver(*strong, 3, tellAction, false);
-        bell->addObserver(*middle, 2, tellAction, false);
-        bell->addObserver(*weak, 1, tellAction, false);
-    }
-    void strongDoes(std::function<void()> deed) {
-        strong->after = [deed = std::move(deed)](Observable&, Actor::Initiator&) { deed(); };
-    }
-};
-
-std::unique_ptr<ObserverPath> relation(Observable& owner, Observer& observer,
-                                       std::uint64_t action = tellAction) {
-    return std::make_unique<ObserverPath>(
-        ObserverPath::Owner{owner}, ObserverPath::OptionalObserver{observer}, short{2}, action);
-}
+using Scene = RankScene;
 
 }  // namespace
 

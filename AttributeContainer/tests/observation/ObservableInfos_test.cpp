@@ -86,6 +86,36 @@ TEST(ObservableInfos, BelongToOneObservableAlone) {
     EXPECT_NE(bell->lookupNotifyInfo(typeid(Texts)), nullptr);
 }
 
+TEST(ObservableInfos, AreFoundAmongThoseOfManyObservables) {
+    std::vector<std::shared_ptr<Bell>> bells;
+    for (int i = 0; i < 50; ++i) {
+        bells.push_back(std::make_shared<Bell>());
+        const auto kept = someTexts();
+        kept->addInfo("number", std::to_string(i));
+        kept->setExpire(false);
+        bells.back()->addNotifyInfo(kept);
+    }
+    for (int i = 0; i < 50; ++i)
+        bells[static_cast<std::size_t>(i)]->addNotifyInfo(std::make_shared<NewValueInfo<int>>(i));
+    bells[3].reset();
+    bells[30].reset();
+
+    for (std::size_t i = 0; i < bells.size(); ++i) {
+        if (!bells[i]) continue;
+        EXPECT_EQ(bells[i]->copyNotifyInfos()->size(), 2u);
+        bells[i]->ring();
+        EXPECT_EQ(bells[i]->lookupNotifyInfo(typeid(NewValueInfo<int>)), nullptr);
+        EXPECT_FALSE(bells[i]->hasNotifyInfo(typeid(NewValueInfo<int>)));
+        EXPECT_TRUE(bells[i]->hasNotifyInfo(typeid(Texts)));
+        const auto kept =
+            std::dynamic_pointer_cast<Texts>(bells[i]->removeNotifyInfo(typeid(Texts), true));
+        ASSERT_NE(kept, nullptr);
+        EXPECT_EQ(kept->getInfoByKey("number"), std::to_string(i));
+        EXPECT_EQ(bells[i]->copyNotifyInfos(), nullptr);
+        EXPECT_EQ(bells[i]->removeNotifyInfos(true), 0);
+    }
+}
+
 TEST(ObservableInfos, AreSeenOnTheThreadThatHungThemOnly) {
     const auto bell = std::make_shared<Bell>();
     bell->addNotifyInfo(someTexts());

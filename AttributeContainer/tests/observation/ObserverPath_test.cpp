@@ -1,6 +1,6 @@
 #include <AttributeContainer/ObserverPath.h>
 
-#include "support/ObserverGraph.h"
+#include "support/RelationScenes.h"
 
 #include <gtest/gtest.h>
 
@@ -9,26 +9,10 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Owner = ObserverPath::Owner;
-using Target = ObserverPath::OptionalObserver;
-using Text = std::optional<const std::string>;
-
-struct Scene {
-    std::shared_ptr<Bell> bell = std::make_shared<Bell>();
-    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
-
-    ObserverPath toListener() const {
-        return ObserverPath(Owner{*bell}, Target{*listener}, 4, tellAction);
-    }
-    ObserverPath byText(const std::string& text) const {
-        return ObserverPath(Owner{*bell}, Text{text}, 4, tellAction);
-    }
-};
-
-Observer* targetOf(const ObserverPath& path) {
-    const auto target = path.getObserver();
-    return target ? &target->get() : nullptr;
-}
+using Owner = PathOwner;
+using Target = PathTarget;
+using Text = PathText;
+using Scene = RelationScene;
 
 }  // namespace
 

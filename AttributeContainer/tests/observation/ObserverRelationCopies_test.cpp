@@ -3,7 +3,7 @@
 #include <AttributeContainer/Object.h>
 
 #include "support/Containers.h"
-#include "support/ObserverGraph.h"
+#include "support/RelationScenes.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
@@ -12,18 +12,6 @@ using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
 
 namespace {
-
-Observer* targetOf(const Observable& observable, std::uint64_t index = 0) {
-    const auto target = observable.getPath(index).getObserver();
-    return target ? &target->get() : nullptr;
-}
-
-// An inactive relation, as a copy has it.
-void addPending(Observable& observable, Observer& observer) {
-    const ObserverPath active(std::nullopt, ObserverPath::OptionalObserver{observer}, short{1},
-                              tellAction);
-    observable.addObserver(std::make_unique<ObserverPath>(active), true);
-}
 
 // A container with an attribute "Gain" and a field "watcher" that watches it.
 struct Watched {

@@ -4,7 +4,7 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/FreeAttribute.h"
-#include "support/ObserverGraph.h"
+#include "support/RelationScenes.h"
 
 #include <gtest/gtest.h>
 
@@ -16,18 +16,6 @@ using namespace QOR::AttributeContainer::Testing;
 namespace {
 
 using Table = ObserverRelationTableObserver;
-
-Observer* targetOf(const Observable& observable, std::uint64_t index = 0) {
-    const auto target = observable.getPath(index).getObserver();
-    return target ? &target->get() : nullptr;
-}
-
-// An inactive relation, as a copy has it.
-void addPending(Observable& observable, Observer& observer) {
-    const ObserverPath active(std::nullopt, ObserverPath::OptionalObserver{observer}, short{1},
-                              tellAction);
-    observable.addObserver(std::make_unique<ObserverPath>(active), true);
-}
 
 }  // namespace
 

@@ -3,7 +3,7 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/FreeAttribute.h"
-#include "support/ObserverGraph.h"
+#include "support/RelationScenes.h"
 
 #include <gtest/gtest.h>
 
@@ -14,24 +14,9 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
+using Scene = RankScene;
+
 using Results = std::vector<Observable::NotificationResult>;
-
-// A bell and three observers of falling priority, of which the first one acts.
-struct Scene {
-    std::shared_ptr<Bell> bell = std::make_shared<Bell>();
-    std::shared_ptr<Actor> strong = std::make_shared<Actor>();
-    std::shared_ptr<Listener> middle = std::make_shared<Listener>();
-    std::shared_ptr<Listener> weak = std::make_shared<Listener>();
-
-    Scene() {
-        bell->addObserver(*strong, 3, tellAction, false);
-        bell->addObserver(*middle, 2, tellAction, false);
-        bell->addObserver(*weak, 1, tellAction, false);
-    }
-    void strongDoes(std::function<void()> deed) {
-        strong->after = [deed = std::move(deed)](Observable&, Actor::Initiator&) { deed(); };
-    }
-};
 
 }  // namespace
 
