@@ -19,6 +19,43 @@ void Observable::touch(const std::shared_ptr<ObservingObject>& initiator,
     notifySequence(initiator, &params.postObservers, results);
 }
 
+// Both are for the walk alone, and become part of it: it runs for every change.
+inline Action::ExecReturn ObserverPath::execute(Observable& observable, Observer& target,
+                                                const Action::Initiator& initiator) const {
+    if (!hasFlag(tellsBit | asksBit)) return action->get().execute(observable, target, initiator);
+    Action::Initiator own;  // the observer may change it, for itself alone
+    if (initiator) {
+        if (&initiator->get() == static_cast<const ObservingObject*>(&target))
+            return Action::ExecUnchanged;
+        own = initiator;
+    }
+    return hasFlag(tellsBit) ? target.changedNotify(observable, own)
+                             : target.toChangeNotify(observable, own);
+}
+
+inline void Observable::runWalk(const Initiator& initiator, ObserverList& list,
+                                std::vector<NotificationResult>* results, const bool& gone) {
+    const Action::Initiator given = initiator ? Action::Initiator{*initiator} : Action::Initiator{};
+    for (std::uint64_t index = list.size(); index-- > 0;) {
+        const ObserverPath& path = list.at(index);
+        Observer* const observer = path.liveObserver();
+        if (!observer && !path.isGone()) return;  // active relations come last, so none is left
+        if (!observer || !path.action) continue;  // one end does not silence those below
+        Action::ExecReturn result{};
+        if (!results) {
+            result = path.execute(*this, *observer, given);
+        } else {
+            // The observer may end itself in its action; its record must still be made.
+            const auto self = observer->weak_from_this().lock();
+            result = path.execute(*this, *observer, given);
+            if (!self) throw std::bad_weak_ptr{};
+            results->push_back({self, result});
+        }
+        if (result == Action::ExecStopNotify || gone) return;
+        if (index > list.size()) [[unlikely]] index = list.size();
+    }
+}
+
 void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
                                 std::vector<NotificationResult>* results) {
     if ((params.flags & ParamsEx::notifyEnabled) == 0) return;
@@ -32,40 +69,6 @@ void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
         depth.store(depth.load(std::memory_order_relaxed) - 1, std::memory_order_relaxed);
     }
     if (depth.load(std::memory_order_relaxed) == 0) finishWalk(list);
-}
-
-inline Action::ExecReturn ObserverPath::execute(Observable& observable, Observer& target,
-                                                const Action::Initiator& initiator) const {
-    if (!hasFlag(tellsBit) && !hasFlag(asksBit))
-        return action->get().execute(observable, target, initiator);
-    if (initiator && &initiator->get() == static_cast<const ObservingObject*>(&target))
-        return Action::ExecUnchanged;
-    Action::Initiator own = initiator;  // the observer may change it, for itself alone
-    return hasFlag(tellsBit) ? target.changedNotify(observable, own)
-                             : target.toChangeNotify(observable, own);
-}
-
-void Observable::runWalk(const Initiator& initiator, ObserverList& list,
-                         std::vector<NotificationResult>* results, const bool& gone) {
-    const Action::Initiator given = initiator ? Action::Initiator{*initiator} : Action::Initiator{};
-    for (std::uint64_t index = list.size(); index-- > 0;) {
-        const ObserverPath& path = list.at(index);
-        Observer* const observer = path.liveObserver();
-        if (!observer && !path.isGone()) return;  // active relations come last, so none is left
-        if (!observer || !path.action) continue;  // one end does not silence those below
-        if (!results) {
-            if (path.execute(*this, *observer, given) == Action::ExecStopNotify) return;
-        } else {
-            // The observer may end itself in its action; its record must still be made.
-            const auto self = observer->weak_from_this().lock();
-            const Action::ExecReturn result = path.execute(*this, *observer, given);
-            if (!self) throw std::bad_weak_ptr{};
-            results->push_back({self, result});
-            if (result == Action::ExecStopNotify) return;
-        }
-        if (gone) return;
-        index = std::min(index, list.size());
-    }
 }
 
 void Observable::finishWalk(const ObserverList* list) {
