@@ -14,7 +14,9 @@ std::uint64_t bench::allocationCount() {
 
 // Both forms, since what either gives is freed by the same operators below.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    numAllocations.fetch_add(1, std::memory_order_relaxed);
+    // Exact on one thread, and without the price of a lock in what is measured.
+    numAllocations.store(numAllocations.load(std::memory_order_relaxed) + 1,
+                         std::memory_order_relaxed);
     return std::malloc(size);
 }
 void* operator new(std::size_t size) {

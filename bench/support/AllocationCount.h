@@ -5,7 +5,7 @@
 
 namespace bench {
 
-/// How often operator new has run so far, on all threads.
+/// How often operator new has run so far, in a program of one thread.
 std::uint64_t allocationCount();
 
 }  // namespace bench

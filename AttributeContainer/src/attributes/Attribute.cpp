@@ -5,6 +5,7 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "attributes/TempFlags.h"
+#include "observation/NotifyInfoTable.h"
 #include "observation/WalkFrame.h"
 
 #include <utility>
@@ -156,9 +157,12 @@ bool Attribute::askFirst(std::shared_ptr<ObserverInfo> newValue,
                          const std::shared_ptr<ObservingObject>& initiator,
                          std::vector<NotificationResult>* results) {
     const WalkFrame frame(*this);
+    const char* const announced = typeid(*newValue).name();
     addNotifyInfo(std::move(newValue));
     preTouch(initiator, results);
     if (frame.isGone()) return false;  // an observer ended the attribute: nothing is left to change
+    const NotifyInfoTable* const table = NotifyInfoTable::current();
+    if (!table || table->hasOnly(*this, announced)) return true;  // as nearly always
     if (!hasNotifyInfo(typeid(InfoFailed))) return true;
     removeNotifyInfos(false);
     return false;

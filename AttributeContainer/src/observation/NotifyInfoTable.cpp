@@ -1,7 +1,5 @@
 #include "observation/NotifyInfoTable.h"
 
-#include "observation/ThreadWord.h"
-
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -10,27 +8,24 @@
 namespace QOR::AttributeContainer {
 
 namespace {
-QOR_THREAD_WORD NotifyInfoTable* tableOfThread = nullptr;
 QOR_THREAD_WORD bool threadEnds = false;
+}  // namespace
 
 // Ends the table with the thread; objects that are destroyed later find none.
-struct TableOwner {
+struct NotifyInfoTable::Owner {
     std::shared_ptr<NotifyInfoTable> table = std::make_shared<NotifyInfoTable>();
-    TableOwner() { tableOfThread = table.get(); }
-    ~TableOwner() {
-        tableOfThread = nullptr;
+    Owner() { ofThread = table.get(); }
+    ~Owner() {
+        ofThread = nullptr;
         threadEnds = true;
     }
 };
-}  // namespace
 
-NotifyInfoTable* NotifyInfoTable::current() { return tableOfThread; }
-
-NotifyInfoTable* NotifyInfoTable::make() {
-    if (!tableOfThread && !threadEnds) {
-        thread_local TableOwner owner;
+NotifyInfoTable* NotifyInfoTable::makeAnew() {
+    if (!threadEnds) {
+        thread_local Owner owner;
     }
-    return tableOfThread;
+    return ofThread;
 }
 
 namespace {
@@ -73,6 +68,12 @@ const std::shared_ptr<ObserverInfo>* NotifyInfoTable::find(const Observable& obs
     const Entries& entries = *entriesOf(observable);
     const auto found = findEntry(entries, observable, type);
     return found != entries.end() ? &found->info : nullptr;
+}
+
+bool NotifyInfoTable::hasOnly(const Observable& observable, const char* typeName) const {
+    return std::ranges::all_of(*entriesOf(observable), [&](const Entry& entry) {
+        return entry.observable != &observable || entry.type.name() == typeName;
+    });
 }
 
 void NotifyInfoTable::store(const Observable& observable, std::shared_ptr<ObserverInfo> info) {

@@ -3,6 +3,8 @@
 
 #include <AttributeContainer/ObserverInfo.h>
 
+#include "observation/ThreadWord.h"
+
 #include <cstddef>
 #include <memory>
 #include <typeindex>
@@ -21,14 +23,17 @@ class Observable;
 class NotifyInfoTable {
 public:
     /// The table of this thread; null until the first use, and again when the thread has ended it.
-    static NotifyInfoTable* current();
+    static NotifyInfoTable* current() { return ofThread; }
     /// The table of this thread, made at first use; null only when the thread is ending.
-    static NotifyInfoTable* make();
+    static NotifyInfoTable* make() { return ofThread ? ofThread : makeAnew(); }
 
     /// The info of that type, where it lies; null when there is none. Lasts until the next change
     /// of the table.
     const std::shared_ptr<ObserverInfo>* find(const Observable& observable,
                                               const std::type_index& type) const;
+    /// Whether nothing hangs on the observable but an info of that type, named as its own
+    /// `type_info` names it. Quick; may be false where another module names the type.
+    bool hasOnly(const Observable& observable, const char* typeName) const;
     /// Stores an info in the place of an earlier one of its type.
     void store(const Observable& observable, std::shared_ptr<ObserverInfo> info);
     /// Takes out the info of that type. \return an empty pointer when there is none.
@@ -45,6 +50,7 @@ private:
         std::shared_ptr<ObserverInfo> info;
     };
     using Entries = std::vector<Entry>;
+    struct Owner;
     static constexpr std::size_t maxRecent = 16;
 
     /// The entries among which those of an observable are, all of them.
@@ -52,6 +58,10 @@ private:
     Entries* entriesOf(const Observable& observable);
     Entries& placeFor(const Observable& observable);
     void forgetEmpty(const Observable& observable, const Entries& entries);
+
+    static NotifyInfoTable* makeAnew();
+
+    QOR_THREAD_WORD static inline NotifyInfoTable* ofThread = nullptr;
 
     Entries recent;
     std::unordered_map<const Observable*, Entries> further;
