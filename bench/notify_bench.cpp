@@ -102,7 +102,7 @@ const bench::notify::Entry<PlainValue> plainEntry{"plain"};
 const bench::notify::Entry<WatchedAttribute> attributeEntry{"attribute"};
 
 // The greatest ratio to the plain value, for each setting.
-constexpr double limits[] = {6, 6, 6, 4, 30, 30, 30};
+constexpr double limits[] = {4, 6, 5, 4, 20, 17, 12};
 static_assert(std::size(limits) == std::size(settings));
 
 // All contenders in turn for each setting, so that a slow moment hits neighbours alike.
@@ -142,8 +142,9 @@ void printTable(const bench::BestTimes& times) {
     }
     std::printf("\n\n");
     if (contenders().size() < 4)
-        std::printf("Boost.Signals2 and GObject are in the table where libboost-dev and "
-                    "libglib2.0-dev are installed.\n");
+        std::printf(
+            "Boost.Signals2 and GObject are in the table where libboost-dev and "
+            "libglib2.0-dev are installed.\n");
 }
 
 bool printAllocations(const bench::BestTimes& times) {

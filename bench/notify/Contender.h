@@ -21,7 +21,8 @@ inline constexpr Setting settings[] = {{false, 0}, {false, 1}, {false, 4}, {fals
 inline constexpr int setsPerIteration = 1024;
 
 inline std::string nameOf(const std::string& contender, const Setting& setting) {
-    return contender + (setting.hasVeto ? "/veto" : "") + "/post:" + std::to_string(setting.numPost);
+    return contender + (setting.hasVeto ? "/veto" : "") +
+           "/post:" + std::to_string(setting.numPost);
 }
 
 /// Something that takes part, by name.
@@ -38,8 +39,7 @@ inline std::vector<Contender>& contenders() {
 
 /// Runs the workload on a `Value`: made from the number of post-observers and whether there is a
 /// veto, with `set(double)` and `sum()`, what all post-observers have added up.
-template <class Value>
-void change(benchmark::State& state, const Setting& setting) {
+template <class Value> void change(benchmark::State& state, const Setting& setting) {
     Value value(setting.numPost, setting.hasVeto);
     value.set(3);
     if (setting.hasVeto) value.set(-5);
@@ -55,8 +55,7 @@ void change(benchmark::State& state, const Setting& setting) {
 }
 
 /// Enters a contender when the program loads.
-template <class Value>
-struct Entry {
+template <class Value> struct Entry {
     explicit Entry(const char* name) { contenders().push_back({name, change<Value>}); }
 };
 

@@ -48,14 +48,13 @@ void initClass(gpointer subjectClass, gpointer) {
     GObjectClass* const objectClass = G_OBJECT_CLASS(subjectClass);
     objectClass->set_property = setProperty;
     objectClass->get_property = getProperty;
-    valueProperty = g_param_spec_double(
-        "value", "value", "value", -1e300, 1e300, 0,
-        static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY |
-                                 G_PARAM_STATIC_STRINGS));
+    valueProperty =
+        g_param_spec_double("value", "value", "value", -1e300, 1e300, 0,
+                            static_cast<GParamFlags>(G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY |
+                                                     G_PARAM_STATIC_STRINGS));
     g_object_class_install_property(objectClass, 1, valueProperty);
-    toChangeSignal =
-        g_signal_new("to-change", G_TYPE_FROM_CLASS(subjectClass), G_SIGNAL_RUN_LAST, 0, allAgree,
-                     nullptr, nullptr, G_TYPE_BOOLEAN, 1, G_TYPE_DOUBLE);
+    toChangeSignal = g_signal_new("to-change", G_TYPE_FROM_CLASS(subjectClass), G_SIGNAL_RUN_LAST,
+                                  0, allAgree, nullptr, nullptr, G_TYPE_BOOLEAN, 1, G_TYPE_DOUBLE);
 }
 
 GType subjectType() {

@@ -11,8 +11,7 @@ namespace {
 // Stops at the first refusal.
 struct AllAgree {
     using result_type = bool;
-    template <class Iterator>
-    bool operator()(Iterator answer, Iterator last) const {
+    template <class Iterator> bool operator()(Iterator answer, Iterator last) const {
         for (; answer != last; ++answer)
             if (!*answer) return false;
         return true;

@@ -52,7 +52,8 @@ inline void Observable::runWalk(const Initiator& initiator, ObserverList& list,
             results->push_back({self, result});
         }
         if (result == Action::ExecStopNotify || gone) return;
-        if (index > list.size()) [[unlikely]] index = list.size();
+        if (index > list.size()) [[unlikely]]
+            index = list.size();
     }
 }
 
@@ -112,8 +113,7 @@ std::shared_ptr<const ObserverInfo> Observable::lookupNotifyInfo(
     return const_cast<Observable*>(this)->lookupNotifyInfo(type);
 }
 
-std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index& type,
-                                                           bool) {
+std::shared_ptr<ObserverInfo> Observable::removeNotifyInfo(const std::type_index& type, bool) {
     NotifyInfoTable* const table = NotifyInfoTable::current();
     return table ? table->take(*this, type) : nullptr;
 }

@@ -54,8 +54,7 @@ NotifyInfoTable::Entries* NotifyInfoTable::entriesOf(const Observable& observabl
 NotifyInfoTable::Entries& NotifyInfoTable::placeFor(const Observable& observable) {
     Entries& entries = *entriesOf(observable);
     if (&entries != &recent || recent.size() < maxRecent) return entries;
-    const bool isKnown =
-        std::ranges::find(recent, &observable, &Entry::observable) != recent.end();
+    const bool isKnown = std::ranges::find(recent, &observable, &Entry::observable) != recent.end();
     return isKnown ? recent : further[&observable];
 }
 

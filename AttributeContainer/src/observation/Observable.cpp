@@ -130,7 +130,8 @@ void Observable::rmObserver(Observer& observer) {
     // What had to stay in its list is not to tell the observer again.
     for (ObserverList* const list : {&params.postObservers, &params.preObservers})
         for (std::uint64_t i = 0; i < list->size(); ++i)
-            if (list->get(i).leadsTo(observer)) list->get(i).setFlag(ObserverPath::dismissedBit, true);
+            if (list->get(i).leadsTo(observer))
+                list->get(i).setFlag(ObserverPath::dismissedBit, true);
 }
 
 void Observable::informRmObservedBy(Observer& observer) {

@@ -51,8 +51,8 @@ void ObserverPath::copyFrom(const ObserverPath& other) {
     setOwner(other.livingOwner());
     priority = other.priority;
     action = other.action;
-    flags = static_cast<unsigned char>(other.flags &
-                                       (temporaryBit | resolvedBit | tellsBit | asksBit));
+    flags =
+        static_cast<unsigned char>(other.flags & (temporaryBit | resolvedBit | tellsBit | asksBit));
     observer = other.observer;
     // Taken anew: the observer may have had no owner yet when the other relation was made.
     guard = other.isResolved() ? observer->weak_from_this() : other.guard;

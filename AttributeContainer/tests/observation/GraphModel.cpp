@@ -323,7 +323,8 @@ void GraphModel::leaveFor(NodeId at, NodeId observer) {
     for (const Side side : {Pre, Post}) {
         ModelNode::List& list = node.lists[side];
         if (node.depth == 0)
-            std::erase_if(list, [&](const auto& relation) { return relation.observer == observer; });
+            std::erase_if(list,
+                          [&](const auto& relation) { return relation.observer == observer; });
         for (ModelRelation& relation : list) {
             if (relation.observer != observer) continue;
             relation.action = noAction;

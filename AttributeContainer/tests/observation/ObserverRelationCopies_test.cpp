@@ -1,6 +1,6 @@
 // Duplicates of containers, and who watches them.
-#include <AttributeContainer/ObserverRelation.h>
 #include <AttributeContainer/Object.h>
+#include <AttributeContainer/ObserverRelation.h>
 
 #include "support/Containers.h"
 #include "support/RelationScenes.h"

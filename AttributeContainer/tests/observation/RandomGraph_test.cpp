@@ -226,11 +226,15 @@ void Graph::compare(NodeId at) {
 
 void Graph::compareRecords(const std::vector<Observable::NotificationResult>& results,
                            const std::vector<GraphChange::Record>& expected) {
-    expect(std::ranges::equal(results, expected, [&](const auto& result, const auto& record) {
-        const auto living = std::dynamic_pointer_cast<Node>(result.observer.lock());
-        return result.result == record.second && (!living || living->id == record.first) &&
-               (living || !model.isAlive(record.first));
-    }), "unlike records");
+    expect(std::ranges::equal(results, expected,
+                              [&](const auto& result, const auto& record) {
+                                  const auto living =
+                                      std::dynamic_pointer_cast<Node>(result.observer.lock());
+                                  return result.result == record.second &&
+                                         (!living || living->id == record.first) &&
+                                         (living || !model.isAlive(record.first));
+                              }),
+           "unlike records");
 }
 
 // Relations -------------------------------------------------------------------------------------
@@ -469,7 +473,8 @@ void Graph::runChange(NodeId at, NodeId initiator, GraphChange::Kind kind) {
             attribute.touch(self, wanted);
         }
         expect(!expected.next(), "somebody was not called");
-        if (wanted) compareRecords(results, expected.records[kind == GraphChange::AskOnly ? Pre : Post]);
+        if (wanted)
+            compareRecords(results, expected.records[kind == GraphChange::AskOnly ? Pre : Post]);
     }
     expect(!expected.next(), "somebody was not called");
     changes.pop_back();
@@ -546,10 +551,11 @@ TEST(RandomGraph, TellsWhomAPlainModelExpects) {
         Graph graph(seed);
         graph.run(10'000);
         if (HasFailure()) return;
-        EXPECT_GT(graph.events.calls, 5000);
-        EXPECT_GT(graph.events.callsInCalls, 1000);
-        EXPECT_GT(graph.events.refusals, 500);
-        EXPECT_GT(graph.events.deathsInCalls, 100);
-        EXPECT_GT(graph.events.deathsOfChanging, 10);
+        // A run in which nothing happens shows nothing.
+        EXPECT_GT(graph.events.calls, 2000);
+        EXPECT_GT(graph.events.callsInCalls, 300);
+        EXPECT_GT(graph.events.refusals, 100);
+        EXPECT_GT(graph.events.deathsInCalls, 50);
+        EXPECT_GT(graph.events.deathsOfChanging, 2);
     }
 }
