@@ -157,7 +157,8 @@ bool Attribute::askFirst(std::shared_ptr<ObserverInfo> newValue,
                          const std::shared_ptr<ObservingObject>& initiator,
                          std::vector<NotificationResult>* results) {
     const WalkFrame frame(*this);
-    const char* const announced = typeid(*newValue).name();
+    const ObserverInfo& content = *newValue;
+    const char* const announced = typeid(content).name();
     addNotifyInfo(std::move(newValue));
     preTouch(initiator, results);
     if (frame.isGone()) return false;  // an observer ended the attribute: nothing is left to change

@@ -173,8 +173,9 @@ void ObserverPath::setAction(std::uint64_t token) {
 void ObserverPath::bindAction(const std::optional<std::reference_wrapper<Action>>& newAction) {
     action = newAction;
     // Exactly these classes: one derived from them may do anything.
-    setFlag(tellsBit, action && typeid(action->get()) == typeid(ActionNotify));
-    setFlag(asksBit, action && typeid(action->get()) == typeid(ActionPreNotify));
+    const Action* const bound = action ? &action->get() : nullptr;
+    setFlag(tellsBit, bound && typeid(*bound) == typeid(ActionNotify));
+    setFlag(asksBit, bound && typeid(*bound) == typeid(ActionPreNotify));
 }
 
 std::optional<const std::string> ObserverPath::getActionName() const {
