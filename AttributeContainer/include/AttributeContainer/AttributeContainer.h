@@ -59,8 +59,8 @@
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/ReferenceDictionary.h>
-#include <AttributeContainer/SetAttrMarksVisitor.h>
 #include <AttributeContainer/ScanProperties.h>
+#include <AttributeContainer/SetAttrMarksVisitor.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
 #include <AttributeContainer/TMOEasyHDRField.h>
 #include <AttributeContainer/TMOLinearField.h>
