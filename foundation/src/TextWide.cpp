@@ -95,6 +95,10 @@ std::wstring wide(const std::string& text) {
     std::wstring result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size();) {
+        if (static_cast<unsigned char>(text[i]) < 0x80) {
+            result.push_back(static_cast<wchar_t>(text[i++]));
+            continue;
+        }
         const auto [character, length] = decodeUtf8(text, i);
         appendWide(result, character);
         i += length;
