@@ -15,6 +15,7 @@
 #include <AttributeContainer/AttrCountMarkedVisitor.h>
 #include <AttributeContainer/AttrDefinition.h>
 #include <AttributeContainer/AttrList.h>
+#include <AttributeContainer/AttrRegistryVisitor.h>
 #include <AttributeContainer/AttrVal.h>
 #include <AttributeContainer/Attribute.h>
 #include <AttributeContainer/AttributePropagationObserver.h>
@@ -59,6 +60,7 @@
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/ReferenceDictionary.h>
+#include <AttributeContainer/RegKeys.h>
 #include <AttributeContainer/ScanProperties.h>
 #include <AttributeContainer/SetAttrMarksVisitor.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
