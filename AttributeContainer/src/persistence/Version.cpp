@@ -4,7 +4,12 @@
 
 namespace QOR::AttributeContainer {
 
+#if defined(__MINGW32__)
+// There a mutex comes into being at run time: ahead of what may ask for a version at the start.
+[[gnu::init_priority(101)]] std::mutex Version::versionProtect;
+#else
 constinit std::mutex Version::versionProtect;
+#endif
 
 Version& Version::theRecord() {
     // On the heap, since objects that are destroyed after the statics of this file may still ask.
