@@ -1,0 +1,69 @@
+#include "Program.h"
+
+#include "commands/Commands.h"
+
+#include <csignal>
+#include <exception>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+
+namespace qormodel {
+
+namespace {
+const std::map<std::string, ColourMode> colourModes{
+    {"auto", ColourMode::Auto}, {"always", ColourMode::Always}, {"never", ColourMode::Never}};
+
+void addCommands(CLI::App& program, Session& session) {
+    addInfo(program, session);
+    addTree(program, session);
+    addVersion(program, session);
+}
+
+void addGlobalOptions(CLI::App& program, ColourMode& colours) {
+    program.add_option("--color", colours, "Colours: auto, always or never")
+        ->transform(CLI::CheckedTransformer(colourModes, CLI::ignore_case))
+        ->option_text("auto|always|never");
+    program.require_subcommand(1);
+    program.fallthrough();
+}
+
+// The parser runs the command through its callback.
+int parse(CLI::App& program, Session& session, int argc, const char* const* argv) {
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) {  // help was asked for
+            program.exit(error);
+            return static_cast<int>(Exit::Done);
+        }
+        printNote(error.what());
+        printNote("try 'qormodel --help'");
+        return static_cast<int>(Exit::Failed);
+    }
+    session.output.flush();
+    return static_cast<int>(session.exit);
+}
+}  // namespace
+
+int runProgram(int argc, const char* const* argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that leaves shows as a failed write
+    try {
+        CLI::App program("Looks at, changes, compares and merges model files.", "qormodel");
+        Session session;
+        ColourMode colours = ColourMode::Auto;
+        addGlobalOptions(program, colours);
+        addCommands(program, session);
+        // Ahead of the command: options stand on either side of its name.
+        program.parse_complete_callback([&] { session.output.setColourMode(colours); });
+        return parse(program, session, argc, argv);
+    } catch (const std::bad_alloc&) {
+        printNote("out of memory");
+    } catch (const std::exception& error) {
+        printNote(error.what());
+    }
+    return static_cast<int>(Exit::Failed);
+}
+
+}  // namespace qormodel

@@ -1,0 +1,21 @@
+// The commands of the program, one function for each, which adds it to the command line.
+#pragma once
+
+#include "Failure.h"
+#include "terminal/Output.h"
+
+#include <CLI/CLI.hpp>
+
+namespace qormodel {
+
+/// What all commands share in one run of the program.
+struct Session {
+    Output output;
+    Exit exit = Exit::Done;
+};
+
+void addInfo(CLI::App& program, Session& session);
+void addTree(CLI::App& program, Session& session);
+void addVersion(CLI::App& program, Session& session);
+
+}  // namespace qormodel

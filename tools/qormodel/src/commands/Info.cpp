@@ -1,0 +1,122 @@
+#include "commands/Commands.h"
+
+#include "model/Document.h"
+#include "model/Elements.h"
+#include "model/Values.h"
+#include "terminal/JsonOutput.h"
+
+#include <AttributeContainer/Version.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qormodel {
+
+namespace {
+using Colour = Output::Colour;
+
+struct Options {
+    std::vector<std::string> files;
+    bool asJson = false;
+};
+
+struct Counts {
+    std::map<std::string, std::uint64_t> classes;
+    std::uint64_t numObjects = 0;
+    std::uint64_t numFields = 0;
+    std::uint64_t numAttributes = 0;
+    std::uint64_t numPoints = 0;
+    std::uint64_t numUnknown = 0;
+    std::uint64_t numRelations = 0;
+};
+
+Counts countIn(const Document& document) {
+    Counts counts;
+    forEachElement(document.root, [&](const Element& element) {
+        ++counts.classes[classOf(*element.container)];
+        ++(element.isField ? counts.numFields : counts.numObjects);
+        counts.numUnknown += isUnknownClass(*element.container) ? 1 : 0;
+        forEachAttribute(*element.container, [&](const auto& attribute) {
+            ++counts.numAttributes;
+            counts.numPoints += numPoints(*attribute).value_or(0);
+        });
+        return true;
+    });
+    for (const auto& element : document.outline.elements) {
+        counts.numRelations += element.relations.size();
+        counts.numUnknown += element.strays.size();
+        for (const auto& attribute : element.attributes)
+            counts.numRelations += attribute.relations.size();
+    }
+    return counts;
+}
+
+std::string ourVersion() {
+    return ac::version.getFormatVersion()->getReleaseNumbers();
+}
+
+Json describeFile(const Document& document, const Counts& counts) {
+    return {{"file", document.file},
+            {"form", "text"},
+            {"title", document.outline.title},
+            {"formatVersion", document.outline.versions.front()},
+            {"ourFormatVersion", ourVersion()},
+            {"isNewer", document.isNewerThanLibrary()},
+            {"bytes", document.source->getSize()},
+            {"objects", counts.numObjects},
+            {"fields", counts.numFields},
+            {"attributes", counts.numAttributes},
+            {"points", counts.numPoints},
+            {"unknown", counts.numUnknown},
+            {"relations", counts.numRelations},
+            {"classes", counts.classes}};
+}
+
+void printFile(Output& output, const Document& document, const Counts& counts) {
+    const std::string& version = document.outline.versions.front();
+    const std::string relation = document.isNewerThanLibrary() ? "newer than ours, "
+                                 : version == ourVersion()     ? "the same as ours, "
+                                                               : "older than ours, ";
+    output.print("{}\n", output.in(Colour::Strong, document.file));
+    output.print("  form        text, \"{}\"\n", document.outline.title);
+    output.print("  version     {} ({}{})\n", version, relation, ourVersion());
+    output.print("  size        {} bytes\n", document.source->getSize());
+    output.print("  objects     {}\n  fields      {}\n  attributes  {}\n", counts.numObjects,
+                 counts.numFields, counts.numAttributes);
+    output.print("  points      {}\n  unknown     {}\n  relations   {}\n", counts.numPoints,
+                 counts.numUnknown, counts.numRelations);
+    output.print("  classes\n");
+    for (const auto& [name, count] : counts.classes) output.print("    {:>8}  {}\n", count, name);
+}
+
+void run(const Options& options, Session& session) {
+    Json files = Json::array();
+    for (const auto& file : options.files) {
+        const Document document = loadDocument(file);
+        const Counts counts = countIn(document);
+        for (const auto& warning : document.warnings) printNote(warning);
+        if (options.asJson) {
+            files.push_back(describeFile(document, counts));
+        } else {
+            printFile(session.output, document, counts);
+        }
+    }
+    if (options.asJson) printJson(session.output, "info", {{"files", std::move(files)}});
+}
+}  // namespace
+
+void addInfo(CLI::App& program, Session& session) {
+    auto* const command =
+        program.add_subcommand("info", "Tell form, versions, counts and size of model files");
+    const auto options = std::make_shared<Options>();
+    command->add_option("FILE", options->files, "Model files, - for the standard input")
+        ->required();
+    command->add_flag("--json", options->asJson, "Print one JSON object");
+    command->footer("Example:\n  qormodel info project.model");
+    command->callback([options, &session] { run(*options, session); });
+}
+
+}  // namespace qormodel

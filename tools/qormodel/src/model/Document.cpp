@@ -1,0 +1,160 @@
+#include "model/Document.h"
+
+#include "io/InstanceNumbering.h"
+#include "io/SourceBuffer.h"
+#include "model/Elements.h"
+#include "model/ErrorText.h"
+#include "terminal/Progress.h"
+
+#include <AttributeContainer/ModelInFormat.h>
+#include <AttributeContainer/ModelOutFormat.h>
+#include <AttributeContainer/ReadContext.h>
+#include <AttributeContainer/ReferenceDictionary.h>
+#include <AttributeContainer/SharedInstanceCollection.h>
+#include <AttributeContainer/Version.h>
+#include <AttributeContainer/WriteContext.h>
+
+#include <algorithm>
+#include <istream>
+#include <stdexcept>
+#include <unordered_set>
+
+namespace qormodel {
+
+namespace {
+// References lead to what stands ahead of them, so the numbers of all elements are declared.
+std::unique_ptr<ac::ReferenceDictionary> dictionaryOf(const Outline& outline) {
+    std::vector<std::uint64_t> keys = outline.instances;
+    for (const auto& element : outline.elements)
+        if (element.instance) keys.push_back(*element.instance);
+    std::sort(keys.begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    auto dictionary = std::make_unique<ac::ReferenceDictionary>();
+    dictionary->initializeFromVector(keys);
+    return dictionary;
+}
+
+void checkForm(const Document& document) {
+    const Outline& outline = document.outline;
+    if (const auto& broken = outline.broken)
+        throw Failure(document.placeOf(broken->element, broken->line), broken->text);
+    if (!outline.isTextForm)
+        throw Failure(document.placeOf(0, 1),
+                      "is an XML form, which nothing reads back whole; expected a header text "
+                      "in quotes");
+    if (!outline.hasHeader || outline.versions.empty())
+        throw Failure(document.placeOf(0, 1),
+                      "is no model file: expected a header text in quotes and a version");
+}
+
+// Whether only white space is left. A value that is no value of its type stops the library without
+// a word; what it left unread tells.
+bool isAtEnd(std::streambuf& buffer) {
+    using Traits = std::streambuf::traits_type;
+    int next = buffer.sgetc();
+    while (next == ' ' || (next >= '\t' && next <= '\r')) next = buffer.snextc();
+    return Traits::eq_int_type(next, Traits::eof());
+}
+
+// Reads the blocks of the root. The header is passed: the outline has it.
+void readBody(Document& document) {
+    Progress progress("reading " + document.source->getName(), document.source->getSize());
+    SourceBuffer buffer(*document.source, document.outline.bodyBegin, document.outline.bodyLine,
+                        progress);
+    std::istream stream(&buffer);
+    const auto context = std::make_shared<ac::ReadContextBase>();
+    context->setReferenceDictionary(dictionaryOf(document.outline));
+    const auto place = [&] {
+        const std::uint64_t offset = buffer.getOffset();
+        return document.placeOf(document.outline.elementAt(offset == 0 ? 0 : offset - 1),
+                                buffer.getLine());
+    };
+    try {
+        const auto error = document.root->readFrom(stream, context);
+        if (error && !error->isWarning()) throw Failure(place(), textOf(*error));
+        if (error) document.warnings.push_back(describe(place(), textOf(*error)));
+        const Place stop = place();
+        if (!isAtEnd(buffer))
+            throw Failure(stop, "cannot be read on: expected a value of the attribute's type");
+    } catch (const std::invalid_argument&) {
+        throw Failure(place(), "expected a number");
+    }
+}
+
+void resolveRelations(const Document& document) {
+    forEachElement(document.root, [](const Element& element) {
+        forEachAttribute(*element.container,
+                         [](const auto& attribute) { attribute->updateObserverLists(true); });
+        return true;
+    });
+}
+
+// The containers that hang in more than one place: they are written once and referred to.
+void collectShared(const Document& document, ac::SharedInstanceCollection& collection,
+                   bool& isShared) {
+    std::unordered_set<const ac::AttrContainer*> seen;
+    forEachElement(document.root, [&](const Element& element) {
+        if (seen.insert(element.container.get()).second) return true;
+        collection.insert(element.container->getInstanceIdentifier());
+        isShared = true;
+        return false;
+    });
+}
+
+// The marks that a write with shared instances leaves behind.
+void clearSerialized(const Document& document) {
+    forEachElement(document.root, [](const Element& element) {
+        element.container->setIsSerialized(false);
+        return true;
+    });
+}
+}  // namespace
+
+bool Document::isNewerThanLibrary() const {
+    if (outline.versions.empty()) return false;
+    ac::VersionNum stored(0, 0, 0, 0, 0, "");
+    std::string numbers = outline.versions.front();
+    stored.setVersionNumbersFrom(numbers);
+    return ac::VersionNum::isVersionNumberNewer(*ac::version.getFormatVersion(), stored);
+}
+
+Place Document::placeOf(std::size_t element, std::uint64_t line) const {
+    return {source ? source->getName() : file, line, outline.pathOf(element)};
+}
+
+Document loadDocument(const std::string& file) {
+    Document document;
+    document.file = file;
+    document.source = std::make_unique<SourceFile>(file);
+    document.outline = readOutline(*document.source);
+    checkForm(document);
+    document.root = ac::Object::create();
+    readBody(document);
+    resolveRelations(document);
+    return document;
+}
+
+void writeDocument(const Document& document, std::streambuf& target, const std::string& name,
+                   const WriteOptions& options) {
+    InstanceNumbering numbering(target);
+    std::ostream stream(&numbering);
+    const auto context = std::make_shared<ac::WriteContextBase>(options.format);
+    context->setWriteOnlyMarked(options.onlyMarked);
+    context->setWriteOnlyMarkedObjects(options.onlyMarked);
+    ac::SharedInstanceCollection shared;
+    bool isShared = false;
+    collectShared(document, shared, isShared);
+    if (isShared) context->setSharedInstances(&shared);
+
+    ac::ModelOutFormat format(stream);
+    format.setFormat(options.format);
+    format.writeHeader(document.outline.title, ac::version, document.outline.versions.size() > 1);
+    auto error = isShared ? shared.writeTo(stream, context) : nullptr;
+    if (!error) error = document.root->writeTo(stream, context);
+    clearSerialized(document);
+    format.writeFooter();
+    if (error && !error->isWarning()) throw Failure(Place{name}, textOf(*error));
+    stream << '\n';
+}
+
+}  // namespace qormodel

@@ -1,0 +1,46 @@
+// A model file with all that is in it.
+#pragma once
+
+#include "Failure.h"
+#include "io/SourceFile.h"
+#include "outline/Outline.h"
+
+#include <AttributeContainer/Object.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace qormodel {
+
+namespace ac = QOR::AttributeContainer;
+
+/// A model file as it was read: its text in outline, and the tree that the library made of it.
+struct Document {
+    std::string file;                      ///< as the user named it
+    std::unique_ptr<SourceFile> source;    ///< null for a document that was made here
+    Outline outline;
+    std::shared_ptr<ac::Object> root;      ///< relations are resolved as far as they can be
+    std::vector<std::string> warnings;     ///< each with its place, as it is to be printed
+
+    bool isNewerThanLibrary() const;
+    Place placeOf(std::size_t element, std::uint64_t line) const;
+};
+
+/// Reads a document whole. \throws Failure with line, path and what was expected, when the file is
+/// unreadable, broken, or no model file
+Document loadDocument(const std::string& file);
+
+/// How a document is written.
+struct WriteOptions {
+    int format = 0;           ///< a value of `ModelFormat::Format`
+    bool onlyMarked = false;  ///< marked attributes, and what holds some
+};
+
+/// Writes title, version and tree in the canonical form: instance numbers count from 1.
+/// \throws Failure, with `name` in it, when the library cannot write it
+void writeDocument(const Document& document, std::streambuf& target, const std::string& name,
+                   const WriteOptions& options = {});
+
+}  // namespace qormodel

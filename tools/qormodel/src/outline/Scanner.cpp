@@ -1,0 +1,112 @@
+#include "outline/Scanner.h"
+
+namespace qormodel {
+
+namespace {
+constexpr std::size_t chunkSize = std::size_t{1} << 18;
+
+constexpr bool isSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+}  // namespace
+
+Scanner::Scanner(const SourceFile& source) : source(source), chunk(chunkSize) {}
+
+const Token& Scanner::next() {
+    skipSpace();
+    if (isAtEnd()) {
+        start(Token::Kind::End);
+        return token;
+    }
+    switch (chunk[at]) {
+        case '{':
+        case '}':
+            start(chunk[at] == '{' ? Token::Kind::Open : Token::Kind::Close);
+            ++at;
+            break;
+        case '"':
+            start(Token::Kind::String);
+            readString();
+            break;
+        default:
+            start(Token::Kind::Word);
+            readWord();
+    }
+    token.end = getOffset();
+    return token;
+}
+
+const Token& Scanner::skipBlock() {
+    for (std::uint64_t depth = 1;;) {
+        skipSpace();
+        if (isAtEnd()) {
+            start(Token::Kind::End);
+            return token;
+        }
+        const char character = chunk[at];
+        if (character == '"') {
+            ++at;
+            skipString();
+        } else if (character == '{') {
+            ++depth;
+            ++at;
+        } else if (character == '}') {
+            if (--depth == 0) return next();
+            ++at;
+        } else {
+            skipWord();
+        }
+    }
+}
+
+bool Scanner::fill() {
+    chunkBegin += got;
+    at = 0;
+    got = source.readAt(chunkBegin, chunk.data(), chunk.size());
+    return got != 0;
+}
+
+void Scanner::skipSpace() {
+    while (!isAtEnd() && isSpace(chunk[at])) line += chunk[at++] == '\n' ? 1 : 0;
+}
+
+void Scanner::skipWord() {
+    while (!isAtEnd() && !isSpace(chunk[at])) ++at;
+}
+
+// Passes the rest of a string. False where the source ends inside.
+bool Scanner::skipString() {
+    for (bool isEscaped = false; !isAtEnd();) {
+        const char character = chunk[at++];
+        if (character == '\n') ++line;
+        if (character == '"' && !isEscaped) return true;
+        isEscaped = character == '\\' && !isEscaped;
+    }
+    return false;
+}
+
+void Scanner::start(Token::Kind kind) {
+    token.kind = kind;
+    token.text.clear();
+    token.begin = token.end = getOffset();
+    token.line = line;
+    token.isCut = false;
+}
+
+void Scanner::readWord() {
+    while (!isAtEnd() && !isSpace(chunk[at])) token.text += chunk[at++];
+}
+
+void Scanner::readString() {
+    ++at;
+    for (bool isEscaped = false; !isAtEnd();) {
+        const char character = chunk[at++];
+        if (character == '\n') ++line;
+        if (character == '"' && !isEscaped) return;
+        token.text += character;
+        isEscaped = character == '\\' && !isEscaped;
+    }
+    token.isCut = true;
+}
+
+}  // namespace qormodel

@@ -1,0 +1,58 @@
+// Splits the text of a model stream into words, strings and braces.
+#pragma once
+
+#include "io/SourceFile.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qormodel {
+
+/// One piece of a model stream.
+struct Token {
+    enum class Kind { Word, String, Open, Close, End };
+
+    Kind kind = Kind::End;
+    std::string text;         ///< of a word; of a string what stands between the quotes
+    std::uint64_t begin = 0;  ///< offset of its first byte
+    std::uint64_t end = 0;    ///< offset behind its last byte
+    std::uint64_t line = 0;   ///< where it begins, counted from 1
+    bool isCut = false;       ///< a string whose closing quote is missing
+};
+
+/// Reads tokens by the rules of the library's own reader: a brace or a quote counts only where a
+/// word would begin. Needs memory for one token, whatever the size of the source.
+class Scanner {
+public:
+    /// The source outlives the scanner.
+    explicit Scanner(const SourceFile& source);
+
+    /// The next token; it lasts until the next call.
+    const Token& next();
+    /// Behind an `Open`: passes everything up to and with the brace that closes it, at a fraction
+    /// of the cost of its tokens. \return the `Close`, or `End` where there is none.
+    const Token& skipBlock();
+
+    std::uint64_t getOffset() const { return chunkBegin + at; }
+
+private:
+    bool fill();
+    bool isAtEnd() { return at == got && !fill(); }
+    void skipSpace();
+    void skipWord();
+    bool skipString();
+    void start(Token::Kind kind);
+    void readWord();
+    void readString();
+
+    const SourceFile& source;
+    std::vector<char> chunk;
+    std::uint64_t chunkBegin = 0;
+    std::size_t at = 0;
+    std::size_t got = 0;
+    std::uint64_t line = 1;
+    Token token;
+};
+
+}  // namespace qormodel

@@ -1,0 +1,92 @@
+// How the text of a model stream falls into words, strings and braces.
+#include "outline/Scanner.h"
+
+#include "support/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using namespace qormodel;
+using qormodel::testing::TemporaryFile;
+using Kind = Token::Kind;
+
+namespace {
+
+struct Seen {
+    Kind kind;
+    std::string text;
+    std::uint64_t line;
+
+    bool operator==(const Seen&) const = default;
+};
+
+std::vector<Seen> tokensOf(const std::string& text) {
+    const TemporaryFile file(text);
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    std::vector<Seen> seen;
+    while (true) {
+        const Token& token = scanner.next();
+        if (token.kind == Kind::End) return seen;
+        seen.push_back({token.kind, token.text, token.line});
+    }
+}
+
+}  // namespace
+
+TEST(Scanner, SplitsAtWhiteSpaceAndCountsLines) {
+    const std::vector<Seen> expected{
+        {Kind::Word, "Name", 1}, {Kind::String, "a b", 1}, {Kind::Word, "Value", 2},
+        {Kind::Word, "-1.5", 3}};
+
+    EXPECT_EQ(tokensOf("Name \"a b\"\nValue\n\t-1.5"), expected);
+}
+
+TEST(Scanner, TakesABraceOnlyWhereAWordWouldBegin) {
+    const std::vector<Seen> expected{
+        {Kind::Open, "", 1}, {Kind::Open, "", 1}, {Kind::Word, "a{b}", 1}, {Kind::Close, "", 1}};
+
+    EXPECT_EQ(tokensOf("{{ a{b} }"), expected);
+}
+
+TEST(Scanner, EndsAStringAtTheFirstQuoteThatIsNotEscaped) {
+    const std::vector<Seen> expected{{Kind::String, "a\\\"b\\\\", 1}, {Kind::Word, "c", 1}};
+
+    EXPECT_EQ(tokensOf("\"a\\\"b\\\\\" c"), expected);
+}
+
+TEST(Scanner, TellsThatAStringIsCut) {
+    const TemporaryFile file("Name \"half");
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    scanner.next();
+
+    const Token& token = scanner.next();
+
+    EXPECT_EQ(token.kind, Kind::String);
+    EXPECT_TRUE(token.isCut);
+}
+
+TEST(Scanner, SkipsABlockWithBracesInItsStrings) {
+    const TemporaryFile file("{ 1 { 2 } \"}\" 3\n} tail");
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    scanner.next();
+
+    const Token close = scanner.skipBlock();
+
+    EXPECT_EQ(close.kind, Kind::Close);
+    EXPECT_EQ(close.line, 2u);
+    EXPECT_EQ(scanner.next().text, "tail");
+}
+
+TEST(Scanner, FindsTheSameInPiecesThatABufferCuts) {
+    const std::string word(300000, 'w');
+    const std::string text(300000, 's');
+    const std::vector<Seen> expected{
+        {Kind::Word, word, 1}, {Kind::String, text, 1}, {Kind::Close, "", 2}};
+
+    EXPECT_EQ(tokensOf(word + " \"" + text + "\"\n}"), expected);
+}
