@@ -1,5 +1,7 @@
 #include "outline/Scanner.h"
 
+#include <algorithm>
+
 namespace qormodel {
 
 namespace {
@@ -10,7 +12,12 @@ constexpr bool isSpace(char character) {
 }
 }  // namespace
 
-Scanner::Scanner(const SourceFile& source) : source(source), chunk(chunkSize) {}
+Scanner::Scanner(const SourceFile& source) : Scanner(source, 0, source.getSize(), 1) {}
+
+Scanner::Scanner(const SourceFile& source, std::uint64_t begin, std::uint64_t end,
+                 std::uint64_t line)
+    : source(source), chunk(std::min<std::uint64_t>(chunkSize, end - begin)), chunkBegin(begin),
+      stop(end), line(line) {}
 
 const Token& Scanner::next() {
     skipSpace();
@@ -62,7 +69,8 @@ const Token& Scanner::skipBlock() {
 bool Scanner::fill() {
     chunkBegin += got;
     at = 0;
-    got = source.readAt(chunkBegin, chunk.data(), chunk.size());
+    const std::uint64_t left = stop - chunkBegin;
+    got = source.readAt(chunkBegin, chunk.data(), std::min<std::uint64_t>(chunk.size(), left));
     return got != 0;
 }
 

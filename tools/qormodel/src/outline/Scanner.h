@@ -27,6 +27,8 @@ class Scanner {
 public:
     /// The source outlives the scanner.
     explicit Scanner(const SourceFile& source);
+    /// Over a part of the source: the bytes from `begin` to `end`, the first of them in `line`.
+    Scanner(const SourceFile& source, std::uint64_t begin, std::uint64_t end, std::uint64_t line);
 
     /// The next token; it lasts until the next call.
     const Token& next();
@@ -48,10 +50,11 @@ private:
 
     const SourceFile& source;
     std::vector<char> chunk;
-    std::uint64_t chunkBegin = 0;
+    std::uint64_t chunkBegin;
+    std::uint64_t stop;  // nothing is read from here on
     std::size_t at = 0;
     std::size_t got = 0;
-    std::uint64_t line = 1;
+    std::uint64_t line;
     Token token;
 };
 
