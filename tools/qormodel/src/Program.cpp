@@ -18,6 +18,9 @@ const std::map<std::string, ColourMode> colourModes{
 void addCommands(CLI::App& program, Session& session) {
     addInfo(program, session);
     addTree(program, session);
+    addGet(program, session);
+    addCheck(program, session);
+    addRelations(program, session);
     addVersion(program, session);
 }
 

@@ -14,7 +14,10 @@ struct Session {
     Exit exit = Exit::Done;
 };
 
+void addCheck(CLI::App& program, Session& session);
+void addGet(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
+void addRelations(CLI::App& program, Session& session);
 void addTree(CLI::App& program, Session& session);
 void addVersion(CLI::App& program, Session& session);
 
