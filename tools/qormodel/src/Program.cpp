@@ -21,6 +21,8 @@ void addCommands(CLI::App& program, Session& session) {
     addGet(program, session);
     addCheck(program, session);
     addRelations(program, session);
+    addSet(program, session);
+    addFmt(program, session);
     addVersion(program, session);
 }
 

@@ -15,9 +15,11 @@ struct Session {
 };
 
 void addCheck(CLI::App& program, Session& session);
+void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
 void addRelations(CLI::App& program, Session& session);
+void addSet(CLI::App& program, Session& session);
 void addTree(CLI::App& program, Session& session);
 void addVersion(CLI::App& program, Session& session);
 

@@ -1,15 +1,11 @@
 #include "survival/Survival.h"
 
-#include "io/TargetBuffer.h"
+#include "model/WrittenCopy.h"
 #include "survival/ValueCompare.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
-#include <memory>
 #include <utility>
-
-#include <unistd.h>
 
 namespace qormodel {
 
@@ -29,25 +25,12 @@ std::string shown(std::string text) {
     return text.substr(0, maxShown) + "...";
 }
 
-// A written copy of a document.
-class Copy {
-public:
+// The text of a written copy.
+struct Copy {
     explicit Copy(const Document& document)
-        : file(std::tmpfile(), &std::fclose), source(written(document)), outline(readOutline(source)) {}
+        : file(document), source(file.getName()), outline(readOutline(source)) {}
 
-    const SourceFile& getSource() const { return source; }
-    const Outline& getOutline() const { return outline; }
-
-private:
-    std::string written(const Document& document) {
-        if (!file) throw Failure("no temporary file can be made");
-        TargetBuffer buffer(::fileno(file.get()), "the temporary file");
-        writeDocument(document, buffer, document.file);
-        buffer.finish();
-        return "/proc/self/fd/" + std::to_string(::fileno(file.get()));
-    }
-
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
+    WrittenCopy file;
     SourceFile source;
     Outline outline;
 };
@@ -55,8 +38,8 @@ private:
 class Comparison {
 public:
     Comparison(const Document& document, const Copy& copy)
-        : before(*document.source), after(copy.getSource()), outline(document.outline),
-          copied(copy.getOutline()) {}
+        : before(*document.source), after(copy.source), outline(document.outline),
+          copied(copy.outline) {}
 
     std::vector<Loss> run() {
         std::vector<std::pair<std::size_t, std::size_t>> waiting{{0, 0}};

@@ -116,7 +116,7 @@ std::string reasonFor(const std::string& type, const Token& before, const Token&
     const auto kept = after.kind == Kind::Word ? numberOf(after.text) : std::nullopt;
     if (kept && std::abs(*kept - *number) <= 1e-7 * std::abs(*number))
         return "the number has more digits than the stream keeps";
-    return "the number is out of the range of its type";
+    return "the number is no value of its type";
 }
 }  // namespace
 

@@ -1,0 +1,89 @@
+#include "commands/Writing.h"
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace qormodel {
+
+namespace {
+struct Options {
+    std::vector<std::string> files;
+    bool isCheck = false;
+    bool isInPlace = false;
+    WriteFlags write;
+};
+
+// Compares with the source what it is given, and keeps nothing.
+class SameAsSource : public std::streambuf {
+public:
+    explicit SameAsSource(const SourceFile& source) : source(source) {}
+
+    bool isSame() const { return isSoFar && offset == source.getSize(); }
+
+protected:
+    int_type overflow(int_type character) override {
+        const char byte = traits_type::to_char_type(character);
+        xsputn(&byte, 1);
+        return traits_type::not_eof(character);
+    }
+    std::streamsize xsputn(const char* data, std::streamsize count) override {
+        const auto size = static_cast<std::uint64_t>(count);
+        isSoFar = isSoFar && source.slice(offset, offset + size) ==
+                                 std::string_view(data, static_cast<std::size_t>(count));
+        offset += size;
+        return count;
+    }
+
+private:
+    const SourceFile& source;
+    std::uint64_t offset = 0;
+    bool isSoFar = true;
+};
+
+bool isCanonical(const Document& document) {
+    SameAsSource target(*document.source);
+    writeDocument(document, target, document.file);
+    return target.isSame();
+}
+
+void formatFile(const std::string& file, const Options& options, Session& session) {
+    const Document document = loadDocument(file);
+    const bool isSame = isCanonical(document);
+    if (options.isCheck) {
+        if (isSame) return;
+        session.output.print("{}\n", file);
+        session.exit = Exit::Found;
+        return;
+    }
+    if (!mayBeWritten(document, options.write, session)) return;
+    WriteFlags flags = options.write;
+    if (!options.isInPlace && flags.output.empty()) flags.output = "-";
+    if (options.isInPlace && isSame) return;
+    storeDocument(document, flags);
+}
+
+void run(const Options& options, Session& session) {
+    if (options.isInPlace && !options.write.output.empty())
+        throw Failure("-i and -o exclude each other");
+    if (!options.write.output.empty() && options.files.size() > 1)
+        throw Failure("-o takes one file");
+    for (const auto& file : options.files) formatFile(file, options, session);
+}
+}  // namespace
+
+void addFmt(CLI::App& program, Session& session) {
+    auto* const command =
+        program.add_subcommand("fmt", "Bring model files into their canonical text");
+    const auto options = std::make_shared<Options>();
+    command->add_option("FILE", options->files, "Model files, - for the standard input")
+        ->required();
+    command->add_flag("--check", options->isCheck, "List files that are not canonical; 1 if any");
+    command->add_flag("-i,--in-place", options->isInPlace, "Replace the files");
+    addWriteFlags(*command, options->write);
+    command->footer("Example:\n  qormodel fmt -i project.model");
+    command->callback([options, &session] { run(*options, session); });
+}
+
+}  // namespace qormodel

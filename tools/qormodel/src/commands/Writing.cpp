@@ -1,0 +1,63 @@
+#include "commands/Writing.h"
+
+#include "io/TargetBuffer.h"
+#include "io/TargetFile.h"
+#include "survival/Survival.h"
+
+#include <unistd.h>
+
+namespace qormodel {
+
+namespace {
+// Reports one reason to leave a file alone. True, so that reasons can be added up.
+bool object(const Place& place, const std::string& text) {
+    printNote(describe(place, text));
+    return true;
+}
+
+bool isAnythingLost(const Document& document) {
+    bool isLost = false;
+    if (document.isNewerThanLibrary())
+        isLost = object(document.placeOf(0, 1),
+                        "format " + document.outline.versions.front() +
+                            " is newer than this program: parts of it may get lost");
+    for (const auto& loss : findLosses(document)) {
+        Place place = document.placeOf(0, loss.line);
+        place.path = loss.path;
+        isLost = object(place, describe(loss));
+    }
+    return isLost;
+}
+}  // namespace
+
+void addWriteFlags(CLI::App& command, WriteFlags& flags) {
+    command.add_option("-o,--output", flags.output,
+                       "Where to write, - for the standard output; else the file itself");
+    command.add_flag("--no-backup", flags.noBackup, "Keep no copy of the old file as FILE~");
+    command.add_flag("--force", flags.force, "Write even where something would get lost");
+    command.add_flag("--dry-run", flags.dryRun, "Tell what would be done, write nothing");
+}
+
+bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session) {
+    if (!isAnythingLost(document) || flags.force) return true;
+    printNote(describe(document.placeOf(0, 0), "is not written; --force does so all the same"));
+    session.exit = Exit::Found;
+    return false;
+}
+
+void storeDocument(const Document& document, const WriteFlags& flags) {
+    if (flags.dryRun) return;
+    const std::string& name = flags.output.empty() ? document.file : flags.output;
+    if (name == "-") {
+        TargetBuffer buffer(STDOUT_FILENO, "standard output");
+        writeDocument(document, buffer, name);
+        return buffer.finish();
+    }
+    TargetFile file(name);
+    TargetBuffer buffer(file.getDescriptor(), name);
+    writeDocument(document, buffer, name);
+    buffer.finish();
+    file.replace(!flags.noBackup);
+}
+
+}  // namespace qormodel

@@ -1,0 +1,111 @@
+#include "model/Edit.h"
+
+#include "model/ModelPath.h"
+#include "model/Values.h"
+#include "model/WrittenCopy.h"
+
+#include <AttributeContainer/Attr.h>
+#include <AttributeContainer/ValueTypes.h>
+
+#include <stdexcept>
+#include <utility>
+
+namespace qormodel {
+
+namespace {
+std::string typeWord(const std::string& type) {
+    return type.starts_with("Attr<") ? type : "Attr<" + type + '>';
+}
+
+// A free attribute of the type of that word; empty for an unknown word.
+std::shared_ptr<ac::Attribute> makeAttribute(const std::string& type) {
+    const ac::AttrType wanted = ac::AttrContainer::getTypeFromString(typeWord(type));
+    std::shared_ptr<ac::Attribute> made;
+    ac::ValueTypes::forEach([&]<class Row>() {
+        if (Row::token == wanted && Row::isCreated)
+            made = std::make_shared<ac::CustAttr<typename Row::Value>>(std::nullopt);
+    });
+    return made;
+}
+
+std::shared_ptr<ac::Attribute> addAttribute(const Document& document, const std::string& path,
+                                            const std::string& type) {
+    const auto [holder, name] = splitPath(path);
+    const auto element = inqElement(document, holder);
+    if (!element) throw Failure(document.placeOf(0, 0), "there is no element " + holder);
+    auto attribute = makeAttribute(type);
+    if (!attribute) throw Failure(type + " is no type of an attribute");
+    if (!element->container->addAttribute(attribute, name).lock())
+        throw Failure(document.placeOf(0, 0),
+                      '"' + name + "\" is no valid name, or is taken in " + holder);
+    return attribute;
+}
+
+// Takes the text for a value of the attribute's type, without touching the attribute.
+std::shared_ptr<ac::Attribute> parsed(const ac::Attribute& attribute, const std::string& text,
+                                      const std::string& path) {
+    auto draft = attribute.duplicate(ac::CreateEmpty, std::nullopt);
+    try {
+        draft->assignFrom(text);
+    } catch (const std::invalid_argument&) {
+        throw Failure("\"" + text + "\" is no value for " + path + " of type " +
+                      attribute.getClassName() + ": expected a number");
+    }
+    return draft;
+}
+}  // namespace
+
+EditResult setValue(const Document& document, const std::string& path, const std::string& text,
+                    const std::string& addType) {
+    const auto found = inqAttribute(document, path);
+    if (!found && addType.empty())
+        throw Failure(document.placeOf(0, 0),
+                      "there is no attribute " + path + "; --add TYPE adds one");
+    const auto attribute = found ? found->attribute : addAttribute(document, path, addType);
+    const auto draft = parsed(*attribute, text, path);
+    EditResult result{path, found ? valueText(*attribute) : "", "", std::nullopt};
+    *attribute = *draft;
+    result.after = valueText(*attribute);
+    if (*attribute != *draft)
+        result.refusal = "the change to \"" + valueText(*draft) + "\" was refused by an observer";
+    return result;
+}
+
+EditResult removeElement(const Document& document, const std::string& path) {
+    const auto [holder, name] = splitPath(path);
+    if (const auto found = inqAttribute(document, path)) {
+        EditResult result{path, valueText(*found->attribute), "", std::nullopt};
+        if (!found->element.container->rmAttribute(found->attribute->getName()))
+            throw Failure(document.placeOf(0, 0),
+                          path + " cannot be removed: its class declares it");
+        return result;
+    }
+    const auto element = inqElement(document, path);
+    const auto parent = inqElement(document, holder);
+    if (!element || !parent || name.empty())
+        throw Failure(document.placeOf(0, 0), "there is nothing to remove at " + path);
+    EditResult result{path, classOf(*element->container), "", std::nullopt};
+    const bool isRemoved = element->object && element->object->getParent()
+                               ? parent->object->rmChild(*element->object, 0)
+                               : parent->container->rmField(element->container);
+    if (!isRemoved) throw Failure(document.placeOf(0, 0), path + " cannot be removed");
+    return result;
+}
+
+std::optional<std::string> findRounded(const Document& document,
+                                       const std::vector<EditResult>& edits) {
+    const WrittenCopy copy(document);
+    const Document reread = loadDocument(copy.getName());
+    for (const auto& edit : edits) {
+        const auto before = inqAttribute(document, edit.path);
+        if (!before) continue;
+        const auto after = inqAttribute(reread, edit.path);
+        const std::string found = after ? valueText(*after->attribute) : "";
+        if (found != valueText(*before->attribute))
+            return edit.path + ": \"" + valueText(*before->attribute) +
+                   "\" would come back as \"" + found + '"';
+    }
+    return std::nullopt;
+}
+
+}  // namespace qormodel
