@@ -15,29 +15,37 @@ struct Options {
     WriteFlags write;
 };
 
-// Compares with the source what it is given, and keeps nothing.
+// Compares with the source what it is given, piece by piece, and keeps nothing.
 class SameAsSource : public std::streambuf {
 public:
-    explicit SameAsSource(const SourceFile& source) : source(source) {}
+    explicit SameAsSource(const SourceFile& source) : source(source), chunk(chunkSize) {
+        setp(chunk.data(), chunk.data() + chunk.size());
+    }
 
-    bool isSame() const { return isSoFar && offset == source.getSize(); }
+    bool isSame() {
+        compareChunk();
+        return isSoFar && offset == source.getSize();
+    }
 
 protected:
     int_type overflow(int_type character) override {
-        const char byte = traits_type::to_char_type(character);
-        xsputn(&byte, 1);
-        return traits_type::not_eof(character);
-    }
-    std::streamsize xsputn(const char* data, std::streamsize count) override {
-        const auto size = static_cast<std::uint64_t>(count);
-        isSoFar = isSoFar && source.slice(offset, offset + size) ==
-                                 std::string_view(data, static_cast<std::size_t>(count));
-        offset += size;
-        return count;
+        compareChunk();
+        if (traits_type::eq_int_type(character, traits_type::eof())) return 0;
+        return sputc(traits_type::to_char_type(character));
     }
 
 private:
+    static constexpr std::size_t chunkSize = std::size_t{1} << 18;
+
+    void compareChunk() {
+        const std::string_view text(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+        isSoFar = isSoFar && source.slice(offset, offset + text.size()) == text;
+        offset += text.size();
+        setp(chunk.data(), chunk.data() + chunk.size());
+    }
+
     const SourceFile& source;
+    std::vector<char> chunk;
     std::uint64_t offset = 0;
     bool isSoFar = true;
 };

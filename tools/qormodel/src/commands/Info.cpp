@@ -7,6 +7,7 @@
 
 #include <AttributeContainer/Version.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -39,10 +40,13 @@ Counts countIn(const Document& document) {
         ++counts.classes[classOf(*element.container)];
         ++(element.isField ? counts.numFields : counts.numObjects);
         counts.numUnknown += isUnknownClass(*element.container) ? 1 : 0;
+        // What else is told of the same points, such as their normals, counts no second time.
+        std::uint64_t longest = 0;
         forEachAttribute(*element.container, [&](const auto& attribute) {
             ++counts.numAttributes;
-            counts.numPoints += numPoints(*attribute).value_or(0);
+            longest = std::max(longest, numPoints(*attribute).value_or(0));
         });
+        counts.numPoints += longest;
         return true;
     });
     for (const auto& element : document.outline.elements) {
@@ -97,7 +101,8 @@ void run(const Options& options, Session& session) {
     for (const auto& file : options.files) {
         const Document document = loadDocument(file);
         const Counts counts = countIn(document);
-        for (const auto& warning : document.warnings) printNote(warning);
+        for (const auto& warning : document.warnings) 
+            printNote(describe(warning.place, warning.text));
         if (options.asJson) {
             files.push_back(describeFile(document, counts));
         } else {

@@ -48,11 +48,10 @@ void keep(const std::string& file) {
                                    error);
         if (error) throw Failure(Place{fresh}, "cannot be written: " + error.message());
     }
-    if (::rename(fresh.c_str(), backup.c_str()) == 0) return;
-    const int reason = errno;
-    ::unlink(fresh.c_str());
+    const int reason = ::rename(fresh.c_str(), backup.c_str()) == 0 ? 0 : errno;
+    ::unlink(fresh.c_str());  // still there too where both are names of one file already
     errno = reason;
-    fail(backup, "cannot be written");
+    if (reason != 0) fail(backup, "cannot be written");
 }
 }  // namespace
 
@@ -61,6 +60,11 @@ TargetFile::TargetFile(const std::string& file) : target(file) {
     const auto real = std::filesystem::canonical(file, error);
     if (!error) target = real.string();
     if (std::filesystem::is_directory(target, error)) throw Failure(Place{file}, "is a folder");
+    if (std::filesystem::is_other(target, error)) {
+        descriptor = ::open(target.c_str(), O_WRONLY | O_CLOEXEC);
+        if (descriptor < 0) fail(file, "cannot be written");
+        return;
+    }
     temporary = target + ".XXXXXX";
     descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
     if (descriptor < 0) fail(file, "cannot be written");
@@ -73,6 +77,7 @@ TargetFile::~TargetFile() {
 }
 
 void TargetFile::replace(bool keepBackup) {
+    if (temporary.empty()) return close();
     if (::fsync(descriptor) != 0) fail(target, "cannot be written");
     close();
     if (keepBackup) keep(target);

@@ -40,7 +40,8 @@ public:
         checkRelations();
         checkSurvival();
         for (const auto& warning : document.warnings)
-            findings.push_back({Severity::Warning, "read", {}, warning});
+            if (warning.code != ac::ErrorCode::ObjectNotCreated)  // told of each element already
+                findings.push_back({Severity::Warning, "read", warning.place, warning.text});
         return std::move(findings);
     }
 

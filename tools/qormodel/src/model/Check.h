@@ -13,7 +13,7 @@ struct Finding {
     enum class Severity { Warning, Problem };
 
     Severity severity = Severity::Problem;
-    std::string kind;  ///< a word: name, type, class, relation, reference, version, survival
+    std::string kind;  ///< a word: name, type, class, relation, reference, version, survival, read
     Place place;
     std::string text;
 };

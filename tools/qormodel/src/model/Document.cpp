@@ -6,6 +6,7 @@
 #include "model/ErrorText.h"
 #include "terminal/Progress.h"
 
+#include <AttributeContainer/FieldFactory.h>
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/ModelOutFormat.h>
 #include <AttributeContainer/ReadContext.h>
@@ -16,12 +17,15 @@
 
 #include <algorithm>
 #include <istream>
+#include <set>
 #include <stdexcept>
 #include <unordered_set>
 
 namespace qormodel {
 
 namespace {
+using LibraryError = QOR::ErrorHandling::ErrorWithCode<ac::ErrorCode>;
+
 // References lead to what stands ahead of them, so the numbers of all elements are declared.
 std::unique_ptr<ac::ReferenceDictionary> dictionaryOf(const Outline& outline) {
     std::vector<std::uint64_t> keys = outline.instances;
@@ -45,6 +49,22 @@ void checkForm(const Document& document) {
     if (!outline.hasHeader || outline.versions.empty())
         throw Failure(document.placeOf(0, 1),
                       "is no model file: expected a header text in quotes and a version");
+}
+
+// A warning of the library comes when all is read; the outline knows the place of some.
+Warning warningOf(const Document& document, const LibraryError& error, const Place& end) {
+    Warning warning{end, textOf(error), error.getCode()};
+    if (error.getCode() != ac::ErrorCode::ObjectNotCreated) return warning;
+    const auto known = ac::FieldFactory::the()->getAllRegisteredFields();
+    const std::set<std::string> classes(known.begin(), known.end());
+    const auto& elements = document.outline.elements;
+    const auto unknown = std::find_if(elements.begin() + 1, elements.end(), [&](const auto& each) {
+        return each.kind == ElementText::Kind::Child && !classes.contains(each.className);
+    });
+    if (unknown != elements.end())
+        warning.place = document.placeOf(static_cast<std::size_t>(unknown - elements.begin()),
+                                         unknown->line);
+    return warning;
 }
 
 // Whether only white space is left. A value that is no value of its type stops the library without
@@ -72,7 +92,7 @@ void readBody(Document& document) {
     try {
         const auto error = document.root->readFrom(stream, context);
         if (error && !error->isWarning()) throw Failure(place(), textOf(*error));
-        if (error) document.warnings.push_back(describe(place(), textOf(*error)));
+        if (error) document.warnings.push_back(warningOf(document, *error, place()));
         const Place stop = place();
         if (!isAtEnd(buffer))
             throw Failure(stop, "cannot be read on: expected a value of the attribute's type");

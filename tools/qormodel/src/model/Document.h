@@ -7,6 +7,8 @@
 
 #include <AttributeContainer/Object.h>
 
+#include <QOR/ErrorCode.h>
+
 #include <memory>
 #include <ostream>
 #include <string>
@@ -16,13 +18,20 @@ namespace qormodel {
 
 namespace ac = QOR::AttributeContainer;
 
+/// What the library said of a place while it read on.
+struct Warning {
+    Place place;
+    std::string text;
+    ac::ErrorCode code = ac::ErrorCode::ElementSkipped;
+};
+
 /// A model file as it was read: its text in outline, and the tree that the library made of it.
 struct Document {
     std::string file;                      ///< as the user named it
     std::unique_ptr<SourceFile> source;    ///< null for a document that was made here
     Outline outline;
     std::shared_ptr<ac::Object> root;      ///< relations are resolved as far as they can be
-    std::vector<std::string> warnings;     ///< each with its place, as it is to be printed
+    std::vector<Warning> warnings;
 
     bool isNewerThanLibrary() const;
     Place placeOf(std::size_t element, std::uint64_t line) const;

@@ -101,7 +101,7 @@ void write(Writer& writer, const T& value) {
         else if constexpr (std::same_as<Element, bool>)
             write(writer, static_cast<bool>(each));
         else {
-            const bool isGrouped = Components<Element>;
+            const bool isGrouped = Components<Element> || std::same_as<Element, ac::ScanPt>;
             if (isGrouped) writer.target() += '(';
             write(writer, each);
             if (isGrouped) writer.target() += ')';

@@ -35,7 +35,7 @@ OutlineReader::OutlineReader(const SourceFile& source) : source(source), scanner
 Outline OutlineReader::read() {
     outline.elements.emplace_back();
     outline.elements[0].line = 1;
-    frames.push_back({Block::Element, 0, 1, "", 2});
+    frames.push_back({Block::Element, 0, 1, "", 2, false});
     if (readForm()) {
         readHeader();
         readBody();
@@ -149,6 +149,12 @@ void OutlineReader::handleOpen(const Token& token) {
     if (isIn(Block::Element) && name == "AttrContainer") return open(Block::Container, token);
     if (isIn(Block::Element) && name == "Child")
         return openElement(ElementText::Kind::Child, token);
+    if (isIn(Block::Element) && name == "Object") {
+        open(Block::Element, token);
+        frames.back().numNames = 2;
+        frames.back().isWrapper = true;
+        return;
+    }
     if (isIn(Block::Element) && name == "SharedInstanceCollection")
         return open(Block::Instances, token);
     if (isIn(Block::Container) && name == "SubContainer")
@@ -161,14 +167,14 @@ void OutlineReader::handleOpen(const Token& token) {
         keyword.clear();
         return open(Block::Relation, token);
     }
-    passBlock();
+    passBlock(token);
 }
 
 void OutlineReader::handleClose(const Token& token) {
     flushWord();
     if (frames.size() == 1) return breakOff(token.line, "unexpected }: no block is open here");
     if (isIn(Block::Relation)) addRelation();
-    if (isIn(Block::Element)) element().block.end = token.end;
+    if (isIn(Block::Element) && !frames.back().isWrapper) element().block.end = token.end;
     keyword.clear();
     frames.pop_back();
 }
@@ -177,7 +183,7 @@ void OutlineReader::handleClose(const Token& token) {
 void OutlineReader::open(Block block, const Token& token) {
     const std::size_t current = frames.back().element;
     frames.push_back({block, current, isWordPending ? word.line : token.line,
-                      isWordPending ? word.text : "{", 0});
+                      isWordPending ? word.text : "{"});
     isWordPending = false;
 }
 
@@ -223,9 +229,9 @@ void OutlineReader::growValue(const Token& token) {
 }
 
 // A block of a kind that no class of ours writes.
-void OutlineReader::passBlock() {
-    const std::uint64_t begin = isWordPending ? word.begin : scanner.getOffset() - 1;
-    const std::uint64_t line = isWordPending ? word.line : 0;
+void OutlineReader::passBlock(const Token& token) {
+    const std::uint64_t begin = isWordPending ? word.begin : token.begin;
+    const std::uint64_t line = isWordPending ? word.line : token.line;
     const std::string name = isWordPending ? word.text : "{";
     isWordPending = false;
     const Token& end = scanner.skipBlock();

@@ -26,6 +26,7 @@ private:
         std::uint64_t line;
         std::string word;  // that opened it
         int numNames = 0;  // strings at the front of an element's block
+        bool isWrapper = false;  // a block whose content counts as that of the block around it
     };
 
     bool readForm();
@@ -42,7 +43,7 @@ private:
     void openAttribute(const Token& token);
     void takeAttributeName(const Token& token);
     void growValue(const Token& token);
-    void passBlock();
+    void passBlock(const Token& token);
     void takeNumber(const std::string& text);
     void addRelation();
     void flushWord();

@@ -101,8 +101,13 @@ void Scanner::start(Token::Kind kind) {
     token.isCut = false;
 }
 
+// The arrow of a map's entry is a word of its own: the value behind it is a string, which may hold
+// blanks and braces.
 void Scanner::readWord() {
-    while (!isAtEnd() && !isSpace(chunk[at])) token.text += chunk[at++];
+    while (!isAtEnd() && !isSpace(chunk[at])) {
+        if (chunk[at] == '"' && token.text == "=>") return;
+        token.text += chunk[at++];
+    }
 }
 
 void Scanner::readString() {
