@@ -16,6 +16,8 @@ const std::map<std::string, ColourMode> colourModes{
     {"auto", ColourMode::Auto}, {"always", ColourMode::Always}, {"never", ColourMode::Never}};
 
 void addCommands(CLI::App& program, Session& session) {
+    addCat(program, session);
+    addHelp(program, session);
     addInfo(program, session);
     addTree(program, session);
     addGet(program, session);

@@ -14,9 +14,11 @@ struct Session {
     Exit exit = Exit::Done;
 };
 
+void addCat(CLI::App& program, Session& session);
 void addCheck(CLI::App& program, Session& session);
 void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
+void addHelp(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
 void addRelations(CLI::App& program, Session& session);
 void addSet(CLI::App& program, Session& session);

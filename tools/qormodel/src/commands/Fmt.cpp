@@ -1,8 +1,11 @@
 #include "commands/Writing.h"
 
+#include "terminal/SpooledOutput.h"
+
 #include <memory>
-#include <sstream>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qormodel {
@@ -56,7 +59,9 @@ bool isCanonical(const Document& document) {
     return target.isSame();
 }
 
-void formatFile(const std::string& file, const Options& options, Session& session) {
+/// \param spool where the text goes; none for a file
+void formatFile(const std::string& file, const Options& options, Session& session,
+                std::optional<SpooledOutput>& spool) {
     const Document document = loadDocument(file);
     const bool isSame = isCanonical(document);
     if (options.isCheck) {
@@ -66,10 +71,9 @@ void formatFile(const std::string& file, const Options& options, Session& sessio
         return;
     }
     if (!mayBeWritten(document, options.write, session)) return;
-    WriteFlags flags = options.write;
-    if (!options.isInPlace && flags.output.empty()) flags.output = "-";
     if (options.isInPlace && isSame) return;
-    storeDocument(document, flags);
+    if (!spool) return storeDocument(document, options.write);
+    if (!options.write.dryRun) writeDocument(document, spool->getBuffer(), file);
 }
 
 void run(const Options& options, Session& session) {
@@ -77,7 +81,11 @@ void run(const Options& options, Session& session) {
         throw Failure("-i and -o exclude each other");
     if (!options.write.output.empty() && options.files.size() > 1)
         throw Failure("-o takes one file");
-    for (const auto& file : options.files) formatFile(file, options, session);
+    std::optional<SpooledOutput> spool;
+    const bool isPrinted = options.write.output.empty() || options.write.output == "-";
+    if (isPrinted && !options.isInPlace && !options.isCheck) spool.emplace();
+    for (const auto& file : options.files) formatFile(file, options, session, spool);
+    if (spool) spool->finish();
 }
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include "model/Document.h"
 #include "model/Elements.h"
 #include "model/Values.h"
+#include "model/XmlForm.h"
 #include "terminal/JsonOutput.h"
 
 #include <AttributeContainer/Version.h>
@@ -12,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qormodel {
@@ -62,6 +64,15 @@ std::string ourVersion() {
     return ac::version.getFormatVersion()->getReleaseNumbers();
 }
 
+// A version and how it stands to ours.
+std::string versionText(const std::string& version) {
+    if (version.empty()) return "not told";
+    const std::string relation = isNewerThanLibrary(version) ? "newer than ours, "
+                                 : version == ourVersion()   ? "the same as ours, "
+                                                             : "older than ours, ";
+    return version + " (" + relation + ourVersion() + ')';
+}
+
 Json describeFile(const Document& document, const Counts& counts) {
     return {{"file", document.file},
             {"form", "text"},
@@ -80,13 +91,9 @@ Json describeFile(const Document& document, const Counts& counts) {
 }
 
 void printFile(Output& output, const Document& document, const Counts& counts) {
-    const std::string& version = document.outline.versions.front();
-    const std::string relation = document.isNewerThanLibrary() ? "newer than ours, "
-                                 : version == ourVersion()     ? "the same as ours, "
-                                                               : "older than ours, ";
     output.print("{}\n", output.in(Colour::Strong, document.file));
     output.print("  form        text, \"{}\"\n", document.outline.title);
-    output.print("  version     {} ({}{})\n", version, relation, ourVersion());
+    output.print("  version     {}\n", versionText(document.outline.versions.front()));
     output.print("  size        {} bytes\n", document.source->getSize());
     output.print("  objects     {}\n  fields      {}\n  attributes  {}\n", counts.numObjects,
                  counts.numFields, counts.numAttributes);
@@ -96,19 +103,44 @@ void printFile(Output& output, const Document& document, const Counts& counts) {
     for (const auto& [name, count] : counts.classes) output.print("    {:>8}  {}\n", count, name);
 }
 
+// Nothing reads these forms back, so there is nothing to count.
+void tellXmlFile(const std::string& file, const SourceFile& source, const XmlForm& form,
+                 const Options& options, Session& session, Json& files) {
+    if (options.asJson) {
+        files.push_back({{"file", file},
+                         {"form", form.isExport ? "export" : "xml"},
+                         {"title", form.title},
+                         {"formatVersion", form.version},
+                         {"ourFormatVersion", ourVersion()},
+                         {"isNewer", isNewerThanLibrary(form.version)},
+                         {"bytes", source.getSize()}});
+        return;
+    }
+    const std::string title = form.title.empty() ? "" : ", \"" + form.title + '"';
+    session.output.print("{}\n", session.output.in(Colour::Strong, file));
+    session.output.print("  form        {}{}\n", form.isExport ? "XML export" : "XML", title);
+    session.output.print("  version     {}\n", versionText(form.version));
+    session.output.print("  size        {} bytes\n", source.getSize());
+}
+
+void tellFile(const std::string& file, const Options& options, Session& session, Json& files) {
+    auto source = std::make_unique<SourceFile>(file);
+    if (const auto form = inqXmlForm(*source))
+        return tellXmlFile(file, *source, *form, options, session, files);
+    const Document document = loadDocument(file, std::move(source));
+    const Counts counts = countIn(document);
+    for (const auto& warning : document.warnings)
+        printNote(describe(warning.place, warning.text));
+    if (options.asJson) {
+        files.push_back(describeFile(document, counts));
+    } else {
+        printFile(session.output, document, counts);
+    }
+}
+
 void run(const Options& options, Session& session) {
     Json files = Json::array();
-    for (const auto& file : options.files) {
-        const Document document = loadDocument(file);
-        const Counts counts = countIn(document);
-        for (const auto& warning : document.warnings) 
-            printNote(describe(warning.place, warning.text));
-        if (options.asJson) {
-            files.push_back(describeFile(document, counts));
-        } else {
-            printFile(session.output, document, counts);
-        }
-    }
+    for (const auto& file : options.files) tellFile(file, options, session, files);
     if (options.asJson) printJson(session.output, "info", {{"files", std::move(files)}});
 }
 }  // namespace

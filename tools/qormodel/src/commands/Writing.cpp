@@ -2,6 +2,7 @@
 
 #include "io/TargetBuffer.h"
 #include "io/TargetFile.h"
+#include "model/Mask.h"
 #include "survival/Survival.h"
 
 #include <unistd.h>
@@ -15,13 +16,14 @@ bool object(const Place& place, const std::string& text) {
     return true;
 }
 
-bool isAnythingLost(const Document& document) {
+bool isAnythingLost(const Document& document, const std::vector<std::string>& mask) {
     bool isLost = false;
     if (document.isNewerThanLibrary())
         isLost = object(document.placeOf(0, 1),
                         "format " + document.outline.versions.front() +
                             " is newer than this program: parts of it may get lost");
     for (const auto& loss : findLosses(document)) {
+        if (!mask.empty() && !isAtOrBelow(loss.path, mask)) continue;
         Place place = document.placeOf(0, loss.line);
         place.path = loss.path;
         isLost = object(place, describe(loss));
@@ -38,8 +40,9 @@ void addWriteFlags(CLI::App& command, WriteFlags& flags) {
     command.add_flag("--dry-run", flags.dryRun, "Tell what would be done, write nothing");
 }
 
-bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session) {
-    if (!isAnythingLost(document) || flags.force) return true;
+bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session,
+                  const std::vector<std::string>& mask) {
+    if (!isAnythingLost(document, mask) || flags.force) return true;
     printNote(describe(document.placeOf(0, 0), "is not written; --force does so all the same"));
     session.exit = Exit::Found;
     return false;

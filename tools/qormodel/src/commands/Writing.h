@@ -5,6 +5,7 @@
 #include "model/Document.h"
 
 #include <string>
+#include <vector>
 
 namespace qormodel {
 
@@ -21,7 +22,9 @@ void addWriteFlags(CLI::App& command, WriteFlags& flags);
 
 /// Whether everything in the document would come back. If not, reports what would get lost, and
 /// sets the exit status unless `force`. Asked ahead of any change.
-bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session);
+/// \param mask the paths at and below which it matters; empty for everywhere
+bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session,
+                  const std::vector<std::string>& mask = {});
 
 /// Writes the document to where `flags` say: "-" is the standard output, a file is replaced as a
 /// whole. Does nothing in a dry run. \throws Failure

@@ -1,6 +1,7 @@
 #include "model/Document.h"
 
 #include "io/InstanceNumbering.h"
+#include "io/ProgressBuffer.h"
 #include "io/SourceBuffer.h"
 #include "model/Elements.h"
 #include "model/ErrorText.h"
@@ -20,6 +21,7 @@
 #include <set>
 #include <stdexcept>
 #include <unordered_set>
+#include <utility>
 
 namespace qormodel {
 
@@ -130,12 +132,15 @@ void clearSerialized(const Document& document) {
 }
 }  // namespace
 
-bool Document::isNewerThanLibrary() const {
-    if (outline.versions.empty()) return false;
+bool isNewerThanLibrary(const std::string& version) {
     ac::VersionNum stored(0, 0, 0, 0, 0, "");
-    std::string numbers = outline.versions.front();
+    std::string numbers = version;
     stored.setVersionNumbersFrom(numbers);
     return ac::VersionNum::isVersionNumberNewer(*ac::version.getFormatVersion(), stored);
+}
+
+bool Document::isNewerThanLibrary() const {
+    return !outline.versions.empty() && qormodel::isNewerThanLibrary(outline.versions.front());
 }
 
 Place Document::placeOf(std::size_t element, std::uint64_t line) const {
@@ -143,9 +148,13 @@ Place Document::placeOf(std::size_t element, std::uint64_t line) const {
 }
 
 Document loadDocument(const std::string& file) {
+    return loadDocument(file, std::make_unique<SourceFile>(file));
+}
+
+Document loadDocument(const std::string& file, std::unique_ptr<SourceFile> source) {
     Document document;
     document.file = file;
-    document.source = std::make_unique<SourceFile>(file);
+    document.source = std::move(source);
     document.outline = readOutline(*document.source);
     checkForm(document);
     document.root = ac::Object::create();
@@ -156,7 +165,10 @@ Document loadDocument(const std::string& file) {
 
 void writeDocument(const Document& document, std::streambuf& target, const std::string& name,
                    const WriteOptions& options) {
-    InstanceNumbering numbering(target);
+    const std::uint64_t size = document.source ? document.source->getSize() : 0;
+    Progress progress("writing " + name, size);
+    ProgressBuffer counted(target, progress);
+    InstanceNumbering numbering(counted);
     std::ostream stream(&numbering);
     const auto context = std::make_shared<ac::WriteContextBase>(options.format);
     context->setWriteOnlyMarked(options.onlyMarked);

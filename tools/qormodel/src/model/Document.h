@@ -37,9 +37,14 @@ struct Document {
     Place placeOf(std::size_t element, std::uint64_t line) const;
 };
 
+/// Whether a format version, such as "9.1.0.0", is newer than that of the library.
+bool isNewerThanLibrary(const std::string& version);
+
 /// Reads a document whole. \throws Failure with line, path and what was expected, when the file is
 /// unreadable, broken, or no model file
 Document loadDocument(const std::string& file);
+/// The same from a source that is open already.
+Document loadDocument(const std::string& file, std::unique_ptr<SourceFile> source);
 
 /// How a document is written.
 struct WriteOptions {

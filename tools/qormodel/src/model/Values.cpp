@@ -168,6 +168,32 @@ Json json(const T& value) {
     return array;
 }
 
+// Bytes of a text that are no UTF-8 are replaced: JSON cannot hold them.
+void dump(std::ostream& stream, const Json& value) {
+    stream << value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+template <class T>
+void writeJson(std::ostream& stream, const T& value) {
+    dump(stream, json(value));
+}
+
+template <Collection T>
+    requires(!std::same_as<T, ac::StringMap>)
+void writeJson(std::ostream& stream, const T& value) {
+    const char* separator = "";
+    stream << '[';
+    for (const auto& each : value) {
+        stream << separator;
+        if constexpr (std::same_as<typename T::value_type, bool>)
+            writeJson(stream, static_cast<bool>(each));
+        else
+            writeJson(stream, each);
+        separator = ",";
+    }
+    stream << ']';
+}
+
 // Three or four coordinates of a floating-point type.
 template <class T>
 constexpr bool isPoint = false;
@@ -196,6 +222,10 @@ Json valueJson(const ac::Attribute& attribute) {
     Json result;
     visitValue(attribute, [&](const auto& value) { result = json(value); });
     return result;
+}
+
+void writeValueJson(std::ostream& stream, const ac::Attribute& attribute) {
+    visitValue(attribute, [&](const auto& value) { writeJson(stream, value); });
 }
 
 std::optional<std::uint64_t> numPoints(const ac::Attribute& attribute) {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace qormodel {
@@ -24,6 +25,9 @@ std::string shortValueText(const ac::Attribute& attribute, std::size_t maxLength
 
 /// The value with its structure: numbers keep 17 digits, infinities and NaN are texts.
 Json valueJson(const ac::Attribute& attribute);
+
+/// The same as text. Of a list one element at a time is in memory.
+void writeValueJson(std::ostream& stream, const ac::Attribute& attribute);
 
 /// How many points a value holds; none for what is no list of points.
 std::optional<std::uint64_t> numPoints(const ac::Attribute& attribute);

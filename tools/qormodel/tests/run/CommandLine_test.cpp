@@ -1,0 +1,268 @@
+// What holds for all commands: exit statuses, help, colours, pipes, examples.
+#include "support/RunProgram.h"
+#include "support/Sample.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+using namespace qormodel::testing;
+
+namespace {
+
+// The commands that the help of the program lists, each with its line.
+std::map<std::string, std::string> listCommands() {
+    std::map<std::string, std::string> commands;
+    std::istringstream help(runQormodel({"--help"}).out);
+    bool isList = false;
+    for (std::string line; std::getline(help, line);) {
+        if (isList && line.starts_with("  ") && line[2] != ' ')
+            commands[line.substr(2, line.find(' ', 2) - 2)] = line;
+        if (line == "Subcommands:") isList = true;
+    }
+    return commands;
+}
+
+// The command lines that stand behind "Example:" in a help text.
+std::vector<std::string> examplesIn(const std::string& help) {
+    std::vector<std::string> examples;
+    std::istringstream lines(help.substr(std::min(help.size(), help.find("Example"))));
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("  qormodel ")) examples.push_back(line.substr(2));
+    return examples;
+}
+
+// A folder with all that the examples name, in a repository of git.
+struct ExampleFolder {
+    ExampleFolder() {
+        put("project.model", projectText);
+        std::string older = projectText;
+        older.replace(older.find("Value 2\n"), 8, "Value 1\n");
+        for (const char* const name : {"old.model", "base.model", "ours.model", "other.model"})
+            put(name, older);
+        for (const char* const name : {"new.model", "theirs.model"}) put(name, projectText);
+        for (const char* const name : {"scan.txt", "scan.csv", "points.txt", "room.txt"})
+            put(name, "0,0,0\n1,2,3\n");
+        put("track.txt", "0,0,0\n1,2,3\n");
+        put("lossy.model", valueModel("Attr<double>", "1.#INF"));
+        options.folder = folder.getFolder().string();
+        options.environment["HOME"] = options.folder;
+        runShell("git init -q .", options);
+    }
+
+    void put(const std::string& name, const std::string& content) const {
+        std::ofstream(folder.getFolder() / name, std::ios::binary) << content;
+    }
+
+    TemporaryFile folder{""};
+    RunOptions options;
+};
+
+}  // namespace
+
+TEST(RunProgram, ExitsWithTwoForBadUsage) {
+    const TemporaryFile file(projectText);
+    const std::vector<std::vector<std::string>> usages{
+        {}, {"dance"}, {"info"}, {"info", "--dance", file.getName()}, {"tree", "-L", "x", "y"},
+        {"tree", file.getName(), "/None"}, {"info", file.getName() + "none"}, {"help", "dance"},
+        {"--color", "green", "version"}, {"cat", "--as", "prose", file.getName()},
+        {"fmt", "-i", "-o", "x", file.getName()}, {"cat", "--mask", "/None", file.getName()}};
+    for (const auto& usage : usages) {
+        const RunResult result = runQormodel(usage);
+        EXPECT_EQ(result.status, 2) << (usage.empty() ? "nothing" : usage[0]);
+        EXPECT_EQ(result.out, "");
+        EXPECT_TRUE(result.err.starts_with("qormodel: ")) << result.err;
+    }
+}
+
+TEST(RunProgram, PrintsItsVersions) {
+    const RunResult result = runQormodel({"version"});
+
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(std::regex_match(
+        result.out, std::regex("qormodel [0-9.]+\nmodel format 9\\.1\\.0\\.0\n")))
+        << result.out;
+}
+
+TEST(RunProgram, PrintsItsVersionsInNoTime) {
+    struct ::rusage before {};
+    struct ::rusage after {};
+    ::getrusage(RUSAGE_CHILDREN, &before);
+    constexpr int times = 20;
+    for (int i = 0; i < times; ++i) runQormodel({"version"});
+    ::getrusage(RUSAGE_CHILDREN, &after);
+    const auto spent = [](const ::timeval& from, const ::timeval& to) {
+        return (to.tv_sec - from.tv_sec) * 1e3 + (to.tv_usec - from.tv_usec) * 1e-3;
+    };
+
+    const double milliseconds = (spent(before.ru_utime, after.ru_utime) +
+                                 spent(before.ru_stime, after.ru_stime)) / times;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    EXPECT_LT(milliseconds, 1000);
+#else
+    EXPECT_LT(milliseconds, 10);
+#endif
+}
+
+TEST(RunHelp, ExplainsEachCommandAsItsOwnHelpDoes) {
+    EXPECT_EQ(runQormodel({"help"}).out, runQormodel({"--help"}).out);
+    const auto commands = listCommands();
+    EXPECT_TRUE(commands.contains("cat"));
+    for (const auto& [command, line] : commands) {
+        const RunResult help = runQormodel({"help", command});
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_EQ(help.out, runQormodel({command, "--help"}).out);
+    }
+}
+
+TEST(RunHelp, MakesAManualPageOfAllCommandsAndOptions) {
+    const std::string page = runQormodel({"help", "--man"}).out;
+
+    EXPECT_TRUE(page.starts_with(".TH QORMODEL 1 "));
+    for (const auto& [command, line] : listCommands()) {
+        EXPECT_NE(page.find("\n.SS \"" + command), std::string::npos) << command;
+        const std::string help = runQormodel({command, "--help"}).out;
+        const std::regex option("\n  (-[-A-Za-z,]+)");
+        for (std::sregex_iterator found(help.begin(), help.end(), option), end; found != end; ++found) {
+            const std::string names = (*found)[1];
+            if (names == "-h,--help") continue;
+            const std::string escaped = std::regex_replace(names, std::regex("-"), "\\-");
+            EXPECT_NE(page.find("\\fB" + escaped + "\\fR"), std::string::npos) << command << names;
+        }
+    }
+}
+
+TEST(RunHelp, MakesAManualPageThatTheFormatterTakes) {
+    const RunResult result =
+        runShell("command -v groff > /dev/null || exit 0; qormodel help --man | "
+                 "groff -man -ww -Tutf8 > /dev/null");
+
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(RunHelp, GivesExamplesThatWork) {
+    for (const auto& [command, line] : listCommands()) {
+        const auto examples = examplesIn(runQormodel({command, "--help"}).out);
+        EXPECT_FALSE(examples.empty()) << command;
+        for (const auto& example : examples) {
+            const ExampleFolder folder;
+            const RunResult result = runShell(example, folder.options);
+            EXPECT_LT(result.status, 2) << example << '\n' << result.err;
+            EXPECT_TRUE(command == "diff" || result.status == 0) << example << '\n' << result.err;
+        }
+    }
+}
+
+TEST(RunGuide, ShowsWhatTheProgramPrints) {
+    const ExampleFolder folder;
+    std::istringstream guide(contentOf(QORMODEL_GUIDE));
+    bool isExample = false;
+    std::string command;
+    std::string expected;
+    int numExamples = 0;
+    const auto runExample = [&] {
+        if (command.empty()) return;
+        const RunResult result = runShell(command, folder.options);
+        EXPECT_EQ(result.out + result.err, expected) << command;
+        ++numExamples;
+        command.clear();
+        expected.clear();
+    };
+    for (std::string line; std::getline(guide, line);) {
+        if (line.starts_with("```")) {
+            runExample();
+            isExample = line == "```console";
+        } else if (isExample && line.starts_with("$ ")) {
+            runExample();
+            command = line.substr(2);
+        } else if (isExample) {
+            expected += line + '\n';
+        }
+    }
+    EXPECT_GE(numExamples, 9);
+}
+
+TEST(RunColours, ComeWhereTheyAreAskedForOnly) {
+    const TemporaryFile file(projectText);
+    const auto hasColours = [&](const std::vector<std::string>& options, const char* noColour) {
+        std::vector<std::string> arguments{"tree", file.getName()};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        RunOptions run;
+        if (noColour) run.environment["NO_COLOR"] = noColour;
+        return runQormodel(arguments, run).out.find('\033') != std::string::npos;
+    };
+
+    EXPECT_FALSE(hasColours({}, nullptr));  // a file is no terminal
+    EXPECT_FALSE(hasColours({"--color", "auto"}, nullptr));
+    EXPECT_TRUE(hasColours({"--color", "always"}, nullptr));
+    EXPECT_TRUE(hasColours({"--color=always"}, "1"));
+    EXPECT_FALSE(hasColours({"--color", "never"}, nullptr));
+}
+
+TEST(RunColours, AreRefusedByTheEnvironmentOnATerminal) {
+    const TemporaryFile file(projectText);
+    const auto onTerminal = [&](const std::string& environment) {
+        return runShell("command -v script > /dev/null || exit 77; " + environment +
+                        " script -qec 'qormodel tree " + file.getName() + "' /dev/null");
+    };
+    const RunResult coloured = onTerminal("NO_COLOR=");
+    if (coloured.status == 77) GTEST_SKIP() << "there is no program script";
+
+    EXPECT_NE(coloured.out.find("\033[1m"), std::string::npos) << coloured.out;
+    EXPECT_EQ(onTerminal("NO_COLOR=1").out.find('\033'), std::string::npos);
+}
+
+TEST(RunPipes, TakeTheStandardInputForADash) {
+    RunOptions options;
+    options.input = projectText;
+
+    const RunResult result = runQormodel({"get", "-", "/Scans/Count"}, options);
+
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "2\n");
+}
+
+TEST(RunPipes, NameTheStandardInputInMessages) {
+    RunOptions options;
+    options.input = "no model";
+
+    const RunResult result = runQormodel({"info", "-"}, options);
+
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "qormodel: stdin:1: /: is no model file: expected a header text in "
+                          "quotes and a version\n");
+}
+
+TEST(RunPipes, MayBeClosedByTheirReader) {
+    std::string text = modelText("AttrContainer { \nAttr<IntVector> { \nName \"L\"\nValue {");
+    for (int i = 0; i < 100'000; ++i) text += " 12345";
+    const TemporaryFile file(text + " } \n}\n}\n");
+
+    const RunResult result =
+        runShell("(qormodel get " + file.getName() + " /L; echo status $? >&2) | true");
+
+    EXPECT_NE(result.err.find("status 2"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("standard output: cannot be written: Broken pipe"),
+              std::string::npos) << result.err;
+}
+
+TEST(RunPipes, TellAFullDevice) {
+    const TemporaryFile file(projectText);
+
+    const RunResult result = runShell("qormodel cat " + file.getName() + " > /dev/full");
+
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err,
+              "qormodel: standard output: cannot be written: No space left on device\n");
+}
