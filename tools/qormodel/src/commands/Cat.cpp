@@ -19,10 +19,10 @@
 namespace qormodel {
 
 namespace {
-enum class Form { Text, Xml, Json };
+enum class Form { Text, Xml, Export, Json };
 
 const std::map<std::string, Form> forms{
-    {"text", Form::Text}, {"xml", Form::Xml}, {"json", Form::Json}};
+    {"text", Form::Text}, {"xml", Form::Xml}, {"export", Form::Export}, {"json", Form::Json}};
 
 struct Options {
     std::vector<std::string> files;
@@ -43,6 +43,8 @@ public:
 
     void add(const Document& document) {
         if (json) return json->add(document, options.isMasked());
+        if (options.form == Form::Export)
+            return exportDocument(document, target, document.file, options.isMasked());
         const int format = options.form == Form::Xml ? ac::ModelFormat::XmlV2 : ac::ModelFormat::Text;
         writeDocument(document, target, document.file, {format, options.isMasked()});
     }
@@ -101,9 +103,9 @@ void addCat(CLI::App& program, Session& session) {
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->files, "Model files, - for the standard input")
         ->required();
-    command->add_option("--as", options->form, "The form: text, xml or json")
+    command->add_option("--as", options->form, "The form: text, xml, json, or export, which has no child objects")
         ->transform(CLI::CheckedTransformer(forms, CLI::ignore_case))
-        ->option_text("text|xml|json");
+        ->option_text("text|xml|export|json");
     command->add_option("--mask", options->mask,
                         "Only the attributes at and below these paths, with the objects on the way")
         ->delimiter(',')

@@ -15,6 +15,7 @@
 #include <AttributeContainer/SharedInstanceCollection.h>
 #include <AttributeContainer/Version.h>
 #include <AttributeContainer/WriteContext.h>
+#include <AttributeContainer/XMLSerialization.h>
 
 #include <algorithm>
 #include <istream>
@@ -185,6 +186,16 @@ void writeDocument(const Document& document, std::streambuf& target, const std::
     if (!error) error = document.root->writeTo(stream, context);
     clearSerialized(document);
     format.writeFooter();
+    if (error && !error->isWarning()) throw Failure(Place{name}, textOf(*error));
+    stream << '\n';
+}
+
+void exportDocument(const Document& document, std::streambuf& target, const std::string& name,
+                    bool onlyMarked) {
+    std::ostream stream(&target);
+    const auto context = std::make_shared<ac::WriteContextBase>();
+    context->setWriteOnlyMarked(onlyMarked);
+    const auto error = ac::XMLSerialization::to(stream, *document.root, context);
     if (error && !error->isWarning()) throw Failure(Place{name}, textOf(*error));
     stream << '\n';
 }

@@ -57,4 +57,9 @@ struct WriteOptions {
 void writeDocument(const Document& document, std::streambuf& target, const std::string& name,
                    const WriteOptions& options = {});
 
+/// Writes the XML export of the root with its fields, without its children.
+/// \throws Failure, with `name` in it, when the library cannot write it
+void exportDocument(const Document& document, std::streambuf& target, const std::string& name,
+                    bool onlyMarked);
+
 }  // namespace qormodel

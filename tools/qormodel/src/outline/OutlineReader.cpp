@@ -30,7 +30,9 @@ std::optional<std::uint64_t> numberOf(std::string_view text) {
 }
 }  // namespace
 
-OutlineReader::OutlineReader(const SourceFile& source) : source(source), scanner(source) {}
+OutlineReader::OutlineReader(const SourceFile& source)
+    : source(source), progress("looking through " + source.getName(), source.getSize()),
+      scanner(source, &progress) {}
 
 Outline OutlineReader::read() {
     outline.elements.emplace_back();

@@ -54,6 +54,7 @@ private:
     AttributeText& attribute() { return element().attributes.back(); }
 
     const SourceFile& source;
+    Progress progress;
     Scanner scanner;
     Outline outline;
     std::vector<Frame> frames;

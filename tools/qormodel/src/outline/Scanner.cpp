@@ -12,7 +12,10 @@ constexpr bool isSpace(char character) {
 }
 }  // namespace
 
-Scanner::Scanner(const SourceFile& source) : Scanner(source, 0, source.getSize(), 1) {}
+Scanner::Scanner(const SourceFile& source, Progress* newProgress)
+    : Scanner(source, 0, source.getSize(), 1) {
+    progress = newProgress;
+}
 
 Scanner::Scanner(const SourceFile& source, std::uint64_t begin, std::uint64_t end,
                  std::uint64_t line)
@@ -69,6 +72,7 @@ const Token& Scanner::skipBlock() {
 bool Scanner::fill() {
     chunkBegin += got;
     at = 0;
+    if (progress) progress->show(chunkBegin);
     const std::uint64_t left = stop - chunkBegin;
     got = source.readAt(chunkBegin, chunk.data(), std::min<std::uint64_t>(chunk.size(), left));
     return got != 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "io/SourceFile.h"
+#include "terminal/Progress.h"
 
 #include <cstdint>
 #include <string>
@@ -25,8 +26,9 @@ struct Token {
 /// word would begin. Needs memory for one token, whatever the size of the source.
 class Scanner {
 public:
-    /// The source outlives the scanner.
-    explicit Scanner(const SourceFile& source);
+    /// \param progress is told how far the scanner is, where there is one. It and the source
+    /// outlive the scanner.
+    explicit Scanner(const SourceFile& source, Progress* progress = nullptr);
     /// Over a part of the source: the bytes from `begin` to `end`, the first of them in `line`.
     Scanner(const SourceFile& source, std::uint64_t begin, std::uint64_t end, std::uint64_t line);
 
@@ -55,6 +57,7 @@ private:
     std::size_t at = 0;
     std::size_t got = 0;
     std::uint64_t line;
+    Progress* progress = nullptr;
     Token token;
 };
 

@@ -169,6 +169,42 @@ TEST(RunCat, PrintsXmlThatInfoKnows) {
         << info.out;
 }
 
+TEST(RunCat, PrintsTheExportOfTheRoot) {
+    const std::string text = modelText(R"(AttrContainer { 
+Attr<int> { 
+Name "N"
+Value 5
+}
+SubContainer { 
+"AttrContainer" "F"
+AttrContainer { 
+Attr<String> { 
+Name "Text"
+Value "a & b"
+}
+}
+}
+}
+)");
+    EXPECT_EQ(cat(text, {"--as", "export", "--mask", "/N,/F/Text"}),
+              R"(<?xml version="1.0" encoding="UTF-8"?>
+<Root version="9.1.0.0" format="0">
+<Object type="Object"><fields>
+<F type="AttrContainer" fieldname="F"><fields>
+</fields>
+<attrs>
+<Text type="String">"a &amp; b"</Text>
+</attrs>
+</F>
+</fields>
+<attrs>
+<N type="int">5</N>
+</attrs>
+</Object>
+</Root>
+)");
+}
+
 TEST(RunCat, PrintsJson) {
     const std::string text = cat(projectText, {"--as", "json", "--mask", "/Scans/Box,/Origin"});
 
