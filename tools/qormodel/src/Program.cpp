@@ -23,6 +23,7 @@ void addCommands(CLI::App& program, Session& session) {
     addGet(program, session);
     addCheck(program, session);
     addRelations(program, session);
+    addNew(program, session);
     addSet(program, session);
     addFmt(program, session);
     addVersion(program, session);

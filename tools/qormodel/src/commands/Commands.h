@@ -20,6 +20,7 @@ void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
 void addHelp(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
+void addNew(CLI::App& program, Session& session);
 void addRelations(CLI::App& program, Session& session);
 void addSet(CLI::App& program, Session& session);
 void addTree(CLI::App& program, Session& session);
