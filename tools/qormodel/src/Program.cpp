@@ -25,6 +25,9 @@ void addCommands(CLI::App& program, Session& session) {
     addRelations(program, session);
     addNew(program, session);
     addSet(program, session);
+    addDiff(program, session);
+    addMerge(program, session);
+    addGitSetup(program, session);
     addFmt(program, session);
     addVersion(program, session);
 }

@@ -16,10 +16,13 @@ struct Session {
 
 void addCat(CLI::App& program, Session& session);
 void addCheck(CLI::App& program, Session& session);
+void addDiff(CLI::App& program, Session& session);
 void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
 void addHelp(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
+void addGitSetup(CLI::App& program, Session& session);
+void addMerge(CLI::App& program, Session& session);
 void addNew(CLI::App& program, Session& session);
 void addRelations(CLI::App& program, Session& session);
 void addSet(CLI::App& program, Session& session);

@@ -27,39 +27,65 @@ EditResult assign(const Document& document, const std::string& assignment,
     return setValue(document, assignment.substr(0, sign), assignment.substr(sign + 1), addType);
 }
 
-// On the standard output only where that does not hold the document.
-void report(const EditResult& edit, const Options& options, Session& session) {
-    if (edit.refusal) {
-        session.exit = Exit::Found;
-        return printNote(edit.path + ": " + *edit.refusal);
+// What was done, as it is told once it is done.
+class Report {
+public:
+    explicit Report(const Output& output) : output(output) {}
+
+    void add(Colour colour, const char* sign, const std::string& text) {
+        lines += output.in(colour, sign) + ' ' + text + '\n';
     }
-    if (options.write.output == "-") return;
-    session.output.print("{} {}: {} -> {}\n", session.output.in(Colour::Changed, "~"), edit.path,
-                         edit.before, edit.after);
+    const std::string& getLines() const { return lines; }
+
+private:
+    const Output& output;
+    std::string lines;
+};
+
+void remove(const Document& document, const std::string& path, Report& report) {
+    const auto relations = listRelationsTo(document, path);
+    const EditResult edit = removeElement(document, path);
+    report.add(Colour::Removed, "-", edit.path + ": " + edit.before);
+    for (const auto& relation : relations)
+        report.add(Colour::Removed, "-",
+                   "relation " + relation.observable + " -> " + relation.observer + " (" +
+                       relation.action + ')');
 }
 
+// False where an observer refused.
+bool change(const Document& document, const std::string& assignment, const Options& options,
+            std::vector<EditResult>& edits, Report& report) {
+    const EditResult edit = assign(document, assignment, options.addType);
+    edits.push_back(edit);
+    if (edit.refusal) {
+        printNote(describe(Place{document.placeOf(0, 0).file, 0, edit.path}, *edit.refusal));
+        return false;
+    }
+    report.add(Colour::Changed, "~", edit.path + ": " + edit.before + " -> " + edit.after);
+    return true;
+}
+
+// All changes are one write: where one is refused, none is made.
 void run(const Options& options, Session& session) {
     if (options.assignments.empty() && options.removals.empty())
         throw Failure("expected PATH=VALUE or --rm PATH");
     const Document document = loadDocument(options.file);
     if (!mayBeWritten(document, options.write, session)) return;
+    Report report(session.output);
     std::vector<EditResult> edits;
-    for (const auto& path : options.removals) {
-        const EditResult edit = removeElement(document, path);
-        if (options.write.output != "-")
-            session.output.print("{} {}: {}\n", session.output.in(Colour::Removed, "-"), edit.path,
-                                 edit.before);
-    }
-    for (const auto& assignment : options.assignments) {
-        edits.push_back(assign(document, assignment, options.addType));
-        report(edits.back(), options, session);
-    }
-    if (const auto rounded = findRounded(document, edits); rounded && !options.write.force) {
-        printNote(*rounded + "; nothing is written, --force does so all the same");
+    bool isRefused = false;
+    for (const auto& path : options.removals) remove(document, path, report);
+    for (const auto& assignment : options.assignments)
+        if (!change(document, assignment, options, edits, report)) isRefused = true;
+    const auto rounded = findRounded(document, edits);
+    if (isRefused || (rounded && !options.write.force)) {
+        if (rounded) printNote(*rounded + "; --force writes it all the same");
+        printNote(describe(document.placeOf(0, 0), "nothing is written"));
         session.exit = Exit::Found;
         return;
     }
     storeDocument(document, options.write);
+    if (options.write.output != "-") session.output.add(report.getLines());
 }
 }  // namespace
 
@@ -73,7 +99,9 @@ void addSet(CLI::App& program, Session& session) {
     command->add_option("--rm", options->removals, "Remove an attribute, field or object")
         ->allow_extra_args(false);
     addWriteFlags(*command, options->write);
-    command->footer("Example:\n  qormodel set project.model /Action=reviewed");
+    command->footer("All changes are one write: where an observer refuses one, none is made and "
+                    "the exit\nstatus is 1.\n\n"
+                    "Example:\n  qormodel set project.model /Action=reviewed");
     command->callback([options, &session] { run(*options, session); });
 }
 

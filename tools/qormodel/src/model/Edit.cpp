@@ -1,13 +1,13 @@
 #include "model/Edit.h"
 
 #include "model/ModelPath.h"
+#include "model/ValueText.h"
 #include "model/Values.h"
 #include "model/WrittenCopy.h"
 
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/ValueTypes.h>
 
-#include <stdexcept>
 #include <utility>
 
 namespace qormodel {
@@ -43,14 +43,13 @@ std::shared_ptr<ac::Attribute> addAttribute(const Document& document, const std:
 
 // Takes the text for a value of the attribute's type, without touching the attribute.
 std::shared_ptr<ac::Attribute> parsed(const ac::Attribute& attribute, const std::string& text,
-                                      const std::string& path) {
-    auto draft = attribute.duplicate(ac::CreateEmpty, std::nullopt);
-    try {
-        draft->assignFrom(text);
-    } catch (const std::invalid_argument&) {
-        throw Failure("\"" + text + "\" is no value for " + path + " of type " +
-                      attribute.getClassName() + ": expected a number");
-    }
+                                      const Document& document, const std::string& path) {
+    std::string expected;
+    auto draft = parseValue(attribute, text, expected);
+    if (!draft)
+        throw Failure(Place{document.placeOf(0, 0).file, 0, path},
+                      '"' + text + "\" is no value of type " + attribute.getClassName() +
+                          ": expected " + expected);
     return draft;
 }
 }  // namespace
@@ -62,13 +61,25 @@ EditResult setValue(const Document& document, const std::string& path, const std
         throw Failure(document.placeOf(0, 0),
                       "there is no attribute " + path + "; --add TYPE adds one");
     const auto attribute = found ? found->attribute : addAttribute(document, path, addType);
-    const auto draft = parsed(*attribute, text, path);
+    const auto draft = parsed(*attribute, text, document, path);
     EditResult result{path, found ? valueText(*attribute) : "", "", std::nullopt};
     *attribute = *draft;
     result.after = valueText(*attribute);
     if (*attribute != *draft)
         result.refusal = "the change to \"" + valueText(*draft) + "\" was refused by an observer";
     return result;
+}
+
+std::vector<Relation> listRelationsTo(const Document& document, const std::string& path) {
+    const auto isWithin = [&](const std::string& other) {
+        return other.starts_with(path) &&
+               (other.size() == path.size() || other[path.size()] == '/' || path == "/");
+    };
+    std::vector<Relation> found;
+    for (auto& relation : listRelations(document))
+        if (isWithin(relation.target) && !isWithin(relation.observable))
+            found.push_back(std::move(relation));
+    return found;
 }
 
 EditResult removeElement(const Document& document, const std::string& path) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "model/Document.h"
+#include "model/Relations.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace qormodel {
 
@@ -21,6 +23,9 @@ struct EditResult {
 /// added where there is none; empty for none. \throws Failure for a path or a text that is no value
 EditResult setValue(const Document& document, const std::string& path, const std::string& text,
                     const std::string& addType);
+
+/// The relations of what stands elsewhere that lead to what is at and below a path: they end with it.
+std::vector<Relation> listRelationsTo(const Document& document, const std::string& path);
 
 /// Removes a custom attribute, a field, or a child with all below it.
 /// \throws Failure where there is none, or where the class declares the attribute

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 #include <concepts>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <set>
@@ -216,6 +217,18 @@ std::string shortValueText(const ac::Attribute& attribute, std::size_t maxLength
     if (text.size() <= maxLength + 40) return text;
     while (maxLength > 0 && (text[maxLength] & 0xC0) == 0x80) --maxLength;  // inside a character
     return text.substr(0, maxLength) + "...";
+}
+
+std::string elementText(const ac::Attribute& attribute, std::size_t index) {
+    Writer writer(std::numeric_limits<std::size_t>::max());
+    visitValue(attribute, [&]<class T>(const T& value) {
+        if constexpr (Collection<T>) {
+            if (index >= value.size()) return;
+            write(writer, static_cast<const typename T::value_type&>(
+                              *std::next(value.begin(), static_cast<std::ptrdiff_t>(index))));
+        }
+    });
+    return std::move(writer.target());
 }
 
 Json valueJson(const ac::Attribute& attribute) {

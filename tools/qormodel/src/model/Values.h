@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <ostream>
@@ -22,6 +23,9 @@ std::string valueText(const ac::Attribute& attribute);
 /// The same, cut to about `maxLength` characters, with the number of elements of a cut list. Costs
 /// no more than what is shown.
 std::string shortValueText(const ac::Attribute& attribute, std::size_t maxLength);
+
+/// One element of a list; empty for what is no list, or where it is shorter.
+std::string elementText(const ac::Attribute& attribute, std::size_t index);
 
 /// The value with its structure: numbers keep 17 digits, infinities and NaN are texts.
 Json valueJson(const ac::Attribute& attribute);

@@ -1,0 +1,42 @@
+// What only the texts of two documents tell: relations, and content that no class understands.
+#pragma once
+
+#include "compare/FlatTree.h"
+#include "compare/Pairing.h"
+#include "model/Document.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace qormodel {
+
+struct Change;
+
+/// Compares the outlines of two documents along the pairs of their trees. All of it outlives this.
+class OutlineDiff {
+public:
+    OutlineDiff(const Document& firstDocument, const Document& secondDocument,
+                const FlatTree& first, const FlatTree& second, const Pairing& pairs);
+
+    /// Adds a change where a pair holds other content that is not understood.
+    void addContent(std::size_t first, std::size_t second, std::vector<Change>& changes) const;
+    /// Adds the relations that one side alone has. Those of elements that have another path in the
+    /// second document are looked for there.
+    void addRelations(std::vector<Change>& changes) const;
+
+private:
+    using Contents = std::map<std::string, std::vector<std::string>>;  // by path
+
+    static Contents contentsOf(const Document& document);
+
+    const Document& firstDocument;
+    const Document& secondDocument;
+    const FlatTree& first;
+    const FlatTree& second;
+    const Pairing& pairs;
+    Contents firstContents;
+    Contents secondContents;
+};
+
+}  // namespace qormodel
