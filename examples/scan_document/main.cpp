@@ -9,14 +9,16 @@
 #include "Document.h"
 #include "DocumentFile.h"
 #include "ErrorText.h"
-#include "PointFile.h"
+#include "Progress.h"
 #include "Room.h"
 #include "Table.h"
-#include "TrackFile.h"
 
 #include <QOR/Uuid.h>
+#include <points/PointFile.h>
+#include <points/TrackFile.h>
 
 #include <chrono>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -36,7 +38,7 @@ constexpr int badInput = 2;
 
 const char* const usage =
     "usage: scan_document [--output FILE] [--track FILE] [point files...]\n"
-    "  Point files hold x,y,z,nx,ny,nz lines behind a heading line, or legacy VTK text.\n"
+    "  Point files hold x,y,z[,nx,ny,nz] lines, legacy VTK text, or PLY.\n"
     "  Without any, a scan of a room is made.\n"
     "  --output FILE  keeps the document in this file\n"
     "  --track FILE   adds the track of a sensor, legacy VTK text, as poses\n";
@@ -100,9 +102,17 @@ template <class Step> auto timed(Seconds& time, const Step& step) {
     return result;
 }
 
+// Reads a file with one of the readers, and shows how far it is.
+template <class Read> auto readShown(const std::filesystem::path& file, const Read& read) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    Progress progress("reading " + file.filename().string(), error ? 0 : size);
+    return read(file, [&](std::uint64_t done, std::uint64_t) { progress.show(done); });
+}
+
 std::vector<Scan> takeScans(const std::vector<std::filesystem::path>& files) {
     std::vector<Scan> scans;
-    for (const auto& file : files) scans.push_back(readPointFile(file));
+    for (const auto& file : files) scans.push_back(readShown(file, points::readPointFile));
     if (files.empty()) scans.push_back(makeRoom());
     return scans;
 }
@@ -116,7 +126,7 @@ void tryName(model::Object& scan, const std::string& name) {
 }
 
 void addTrack(Document& document, const std::filesystem::path& file, Summary& summary) {
-    const Track track = readTrackFile(file);
+    const Track track = readShown(file, points::readTrackFile);
     std::cout << "adding the track " << track.name << ", " << track.poses.size() << " poses\n";
     const auto poses = timed(summary.build, [&] { return document.addTrack(track); });
     summary.numPoses += poses->getNumChildren();

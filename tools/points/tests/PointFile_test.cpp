@@ -1,5 +1,5 @@
 // What is taken for a point file, and what is said of what is none.
-#include "PointFile.h"
+#include <points/PointFile.h>
 #include "support/FileTest.h"
 
 #include <gtest/gtest.h>

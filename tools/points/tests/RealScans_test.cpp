@@ -1,6 +1,6 @@
 // Scans that instruments have made, where somebody has put them beside the repository.
-#include "PointFile.h"
-#include "TrackFile.h"
+#include <points/PointFile.h>
+#include <points/TrackFile.h>
 
 #include <gtest/gtest.h>
 

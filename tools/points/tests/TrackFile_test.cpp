@@ -1,5 +1,5 @@
 // What is taken for a track, and what is said of what is none.
-#include "TrackFile.h"
+#include <points/TrackFile.h>
 #include "support/FileTest.h"
 
 #include <gtest/gtest.h>

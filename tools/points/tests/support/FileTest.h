@@ -1,7 +1,7 @@
 // A file that goes with its test.
 #pragma once
 
-#include "PointFile.h"
+#include <points/PointFile.h>
 
 #include <gtest/gtest.h>
 

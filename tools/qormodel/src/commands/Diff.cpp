@@ -161,7 +161,7 @@ void addDiff(CLI::App& program, Session& session) {
     command->add_flag("--git", options->isForGit, "Take the 7 arguments of git's external diff");
     command->footer("Signs: - only in A, + only in B, ~ in both, ? not understood.\n"
                     "Exits with 1 where something differs; with --git never.\n\n"
-                    "Example:\n  qormodel diff project.model changed.model");
+                    "Example:\n  qormodel diff old.model new.model");
     command->callback([options, &session] { run(*options, session); });
 }
 

@@ -71,7 +71,7 @@ void reportConflicts(const std::vector<Conflict>& conflicts, const Options& opti
     if (options.write.dryRun || name == "-") return;
     storeConflicts(name, conflicts);
     if (!conflicts.empty())
-        printNote(std::to_string(conflicts.size()) + " conflicts, ours stands; they are listed in " +
+        printNote("ours stands; what is in conflict is listed in " +
                   conflictListOf(name));
 }
 
@@ -126,7 +126,8 @@ void addMerge(CLI::App& program, Session& session) {
     command->footer(
         "The result replaces TARGET or OURS. Conflicts keep ours, are listed in "
         "FILE.conflicts.json\nand give the exit status 1.\n\n"
-        "Example:\n  qormodel merge project.model changed.model -o merged.model");
+        "Examples:\n  qormodel merge project.model other.model -o merged.model\n"
+        "  qormodel merge base.model ours.model theirs.model");
     command->callback([options, &session] { run(*options, session); });
 }
 

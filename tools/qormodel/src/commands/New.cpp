@@ -3,8 +3,8 @@
 #include "model/ScanTree.h"
 #include "terminal/Progress.h"
 
-#include <PointFile.h>
-#include <TrackFile.h>
+#include <points/PointFile.h>
+#include <points/TrackFile.h>
 
 #include <filesystem>
 #include <memory>
@@ -93,7 +93,7 @@ void addNew(CLI::App& program, Session& session) {
     command->add_flag("--force", options->isForced, "Replace a file that is there");
     command->add_flag("--dry-run", options->isDryRun, "Tell what would be done, write nothing");
     command->footer("Coordinates are kept with eight digits behind the point.\n\n"
-                    "Example:\n  qormodel new fresh.model --scan points.csv --name Hall");
+                    "Example:\n  qormodel new hall.model --scan points.txt --name Hall");
     command->callback([options, &session] { run(*options, session); });
 }
 

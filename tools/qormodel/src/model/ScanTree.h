@@ -3,7 +3,7 @@
 
 #include <AttributeContainer/Object.h>
 
-#include <Scan.h>
+#include <points/Scan.h>
 
 #include <memory>
 #include <string>
