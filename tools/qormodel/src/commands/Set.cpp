@@ -61,7 +61,10 @@ bool change(const Document& document, const std::string& assignment, const Optio
         printNote(describe(Place{document.placeOf(0, 0).file, 0, edit.path}, *edit.refusal));
         return false;
     }
-    report.add(Colour::Changed, "~", edit.path + ": " + edit.before + " -> " + edit.after);
+    if (edit.isAdded)
+        report.add(Colour::Added, "+", edit.path + " = " + edit.after);
+    else
+        report.add(Colour::Changed, "~", edit.path + ": " + edit.before + " -> " + edit.after);
     return true;
 }
 

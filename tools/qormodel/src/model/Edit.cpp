@@ -62,7 +62,7 @@ EditResult setValue(const Document& document, const std::string& path, const std
                       "there is no attribute " + path + "; --add TYPE adds one");
     const auto attribute = found ? found->attribute : addAttribute(document, path, addType);
     const auto draft = parsed(*attribute, text, document, path);
-    EditResult result{path, found ? valueText(*attribute) : "", "", std::nullopt};
+    EditResult result{path, found ? valueText(*attribute) : "", "", !found, std::nullopt};
     *attribute = *draft;
     result.after = valueText(*attribute);
     if (*attribute != *draft)
@@ -85,7 +85,7 @@ std::vector<Relation> listRelationsTo(const Document& document, const std::strin
 EditResult removeElement(const Document& document, const std::string& path) {
     const auto [holder, name] = splitPath(path);
     if (const auto found = inqAttribute(document, path)) {
-        EditResult result{path, valueText(*found->attribute), "", std::nullopt};
+        EditResult result{path, valueText(*found->attribute), "", false, std::nullopt};
         if (!found->element.container->rmAttribute(found->attribute->getName()))
             throw Failure(document.placeOf(0, 0),
                           path + " cannot be removed: its class declares it");
@@ -95,7 +95,7 @@ EditResult removeElement(const Document& document, const std::string& path) {
     const auto parent = inqElement(document, holder);
     if (!element || !parent || name.empty())
         throw Failure(document.placeOf(0, 0), "there is nothing to remove at " + path);
-    EditResult result{path, classOf(*element->container), "", std::nullopt};
+    EditResult result{path, classOf(*element->container), "", false, std::nullopt};
     const bool isRemoved = element->object && element->object->getParent()
                                ? parent->object->rmChild(*element->object, 0)
                                : parent->container->rmField(element->container);

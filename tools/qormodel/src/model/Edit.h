@@ -15,6 +15,7 @@ struct EditResult {
     std::string path;
     std::string before;
     std::string after;
+    bool isAdded = false;                ///< the attribute is new
     std::optional<std::string> refusal;  ///< who or what stood against it
 };
 

@@ -106,7 +106,7 @@ TEST_F(RunNew, WritesNothingInADryRunAndTheDocumentAloneToTheStandardOutput) {
 TEST_F(RunSet, ChangesAddsAndRemovesInOneWrite) {
     expect({"set", "project.model", "/Scans/Count=3", "/Scans/Note=x", "--add", "String", "--rm",
             "/Scans/Box"},
-           0, "- /Scans/Box: AttrContainer\n~ /Scans/Count: 2 -> 3\n~ /Scans/Note:  -> x\n");
+           0, "- /Scans/Box: AttrContainer\n~ /Scans/Count: 2 -> 3\n+ /Scans/Note = x\n");
 
     EXPECT_EQ(get("project.model", "/Scans/Count"), "3\n");
     EXPECT_EQ(get("project.model", "/Scans/Note"), "x\n");
