@@ -82,9 +82,9 @@ TEST(Check, FindsTwoNeighboursWhoseNamesDifferOnlyInCase) {
 }
 
 TEST(Check, FindsAChildWithTheNameOfAnAttribute) {
-    EXPECT_TRUE(finds(modelText("AttrContainer { \nAttr<int> { \nName \"A\"\n}\n}\n" +
-                                object("Object", "A")),
-                      "problem name 8 /A: the name is taken already in /"));
+    EXPECT_TRUE(finds(
+        modelText("AttrContainer { \nAttr<int> { \nName \"A\"\n}\n}\n" + object("Object", "A")),
+        "problem name 8 /A: the name is taken already in /"));
 }
 
 TEST(Check, FindsAnAttributeThatIsThereTwice) {
@@ -112,10 +112,10 @@ TEST(Check, FindsAReferenceToWhatDoesNotStandAheadOfIt) {
 
 TEST(Check, FindsTwoInstancesOfOneNumber) {
     const std::string field = "InstanceID 7\nAttrContainer { \n}\n}\n";
-    EXPECT_TRUE(finds(modelText("AttrContainer { \nSubContainer { \n\"AttrContainer\" \"F\"\n" +
-                                field + "SubContainer { \n\"AttrContainer\" \"G\"\n" + field +
-                                "}\n"),
-                      "problem reference 9 /G: has the number 7 of another instance"));
+    EXPECT_TRUE(
+        finds(modelText("AttrContainer { \nSubContainer { \n\"AttrContainer\" \"F\"\n" + field +
+                        "SubContainer { \n\"AttrContainer\" \"G\"\n" + field + "}\n"),
+              "problem reference 9 /G: has the number 7 of another instance"));
 }
 
 TEST(Check, FindsContentThatNoClassWrites) {

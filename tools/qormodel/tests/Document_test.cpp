@@ -103,8 +103,9 @@ TEST(Document, TellsANameWithoutAType) {
 }
 
 TEST(Document, TellsAReferenceWithoutItsNumber) {
-    EXPECT_EQ(failureOf(inRoot("SubContainer { \n\"AttrContainer\" \"F\"\nReferenceToShared \n}\n")),
-              "6: /F: a container cannot be attached");
+    EXPECT_EQ(
+        failureOf(inRoot("SubContainer { \n\"AttrContainer\" \"F\"\nReferenceToShared \n}\n")),
+        "6: /F: a container cannot be attached");
 }
 
 TEST(Document, TellsThePathOfTheObjectInWhichAFaultLies) {
@@ -130,9 +131,10 @@ TEST(Document, ComesBackAsItsCanonicalText) {
 }
 
 TEST(Document, CountsInstancesFromOneWhereAFieldHangsInTwoPlaces) {
-    const LoadedText loaded(inRoot("SubContainer { \n\"AttrContainer\" \"A\"\nInstanceID 70\n"
-                                   "AttrContainer { \n}\n}\nSubContainer { \n\"AttrContainer\" "
-                                   "\"B\"\nInstanceID 70\nReferenceToShared \n}\n"));
+    const LoadedText loaded(
+        inRoot("SubContainer { \n\"AttrContainer\" \"A\"\nInstanceID 70\n"
+               "AttrContainer { \n}\n}\nSubContainer { \n\"AttrContainer\" "
+               "\"B\"\nInstanceID 70\nReferenceToShared \n}\n"));
 
     const std::string first = written(loaded.document);
 
@@ -143,7 +145,8 @@ TEST(Document, CountsInstancesFromOneWhereAFieldHangsInTwoPlaces) {
 }
 
 TEST(Document, KeepsTheVersionOfTheRootModel) {
-    const LoadedText loaded("\"T\"\n\"kVLib\" 9.1.0.0\n\"RootModel\" 1.0.0.0\nAttrContainer { \n}\n");
+    const LoadedText loaded(
+        "\"T\"\n\"kVLib\" 9.1.0.0\n\"RootModel\" 1.0.0.0\nAttrContainer { \n}\n");
 
     EXPECT_EQ(loaded.document.outline.versions.size(), 2u);
     EXPECT_NE(written(loaded.document).find("\n\"RootModel\" "), std::string::npos);
@@ -162,8 +165,9 @@ TEST(Document, KnowsThatAFormatIsNewer) {
 }
 
 TEST(Document, PlacesTheWarningOfAnUnknownClassAtItsObject) {
-    const LoadedText loaded(modelText("AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
-                                      "AttrContainer { \n}\n}\n"));
+    const LoadedText loaded(
+        modelText("AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
+                  "AttrContainer { \n}\n}\n"));
 
     ASSERT_EQ(loaded.document.warnings.size(), 1u);
     EXPECT_EQ(loaded.document.warnings[0].place.line, 5u);

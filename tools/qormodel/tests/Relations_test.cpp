@@ -54,8 +54,7 @@ TEST(Relations, TellWhereTheyLeadAndWhen) {
 }
 
 TEST(Relations, LeadFromTheirHolderByRelativePaths) {
-    const auto relations =
-        relationsOf(child("A", relation("~/B")) + child("B", ""));
+    const auto relations = relationsOf(child("A", relation("~/B")) + child("B", ""));
 
     ASSERT_EQ(relations.size(), 1u);
     EXPECT_EQ(relations[0].observer, "~/B");
@@ -79,22 +78,21 @@ TEST(Relations, TellAnActionThatIsNotKnown) {
 }
 
 TEST(Cycles, AreFoundBetweenTwoContainers) {
-    const auto relations =
-        relationsOf(child("A", relation("/B")) + child("B", relation("/A")));
+    const auto relations = relationsOf(child("A", relation("/B")) + child("B", relation("/A")));
 
     EXPECT_EQ(findCycles(relations), std::vector<Cycle>{(Cycle{"/A", "/B"})});
 }
 
 TEST(Cycles, AreFoundAlongThreeContainersWithTheirWayIn) {
-    const auto cycles = findCycles({between("/In", "/A"), between("/A", "/B"), between("/B", "/C"),
-                                    between("/C", "/A")});
+    const auto cycles = findCycles(
+        {between("/In", "/A"), between("/A", "/B"), between("/B", "/C"), between("/C", "/A")});
 
     EXPECT_EQ(cycles, std::vector<Cycle>{(Cycle{"/A", "/B", "/C"})});
 }
 
 TEST(Cycles, AreToldEachByItself) {
-    const auto cycles = findCycles({between("/A", "/B"), between("/B", "/A"), between("/C", "/D"),
-                                    between("/D", "/C")});
+    const auto cycles = findCycles(
+        {between("/A", "/B"), between("/B", "/A"), between("/C", "/D"), between("/D", "/C")});
 
     EXPECT_EQ(cycles, (std::vector<Cycle>{{"/A", "/B"}, {"/C", "/D"}}));
 }
@@ -114,7 +112,8 @@ TEST(Cycles, AreFoundOverAHundredThousandContainers) {
     constexpr int number = 100'000;
     std::vector<Relation> relations;
     for (int i = 0; i < number; ++i)
-        relations.push_back(between('/' + std::to_string(i), '/' + std::to_string((i + 1) % number)));
+        relations.push_back(
+            between('/' + std::to_string(i), '/' + std::to_string((i + 1) % number)));
 
     const auto cycles = findCycles(relations);
 

@@ -82,6 +82,33 @@ TEST(Scanner, SkipsABlockWithBracesInItsStrings) {
     EXPECT_EQ(scanner.next().text, "tail");
 }
 
+TEST(Scanner, SkipsALongListAndCountsItsLines) {
+    std::string list;
+    for (int i = 0; i < 200'000; ++i) list += i % 10 == 0 ? "12}345\n" : "123456 ";
+    const TemporaryFile file("{ " + list + "\n{ 1 } \"}\" " + list + "} tail");
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    scanner.next();
+
+    const Token close = scanner.skipBlock();
+
+    EXPECT_EQ(close.kind, Kind::Close);
+    EXPECT_EQ(close.line, 40'002u);
+    EXPECT_EQ(close.end, source.getSize() - 5);
+    EXPECT_EQ(scanner.next().text, "tail");
+}
+
+TEST(Scanner, SkipsPlainPiecesWithAWordOverTheirBorder) {
+    const std::string plain(700'000, '7');  // more than two pieces, one word
+    const TemporaryFile file("{ 1\n" + plain + "}\n2 } tail");
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    scanner.next();
+
+    EXPECT_EQ(scanner.skipBlock().line, 3u);
+    EXPECT_EQ(scanner.next().text, "tail");
+}
+
 TEST(Scanner, FindsTheSameInPiecesThatABufferCuts) {
     const std::string word(300000, 'w');
     const std::string text(300000, 's');

@@ -33,9 +33,7 @@ std::string attribute(const std::string& name, const std::string& rest) {
 
 }  // namespace
 
-TEST(Survival, FindsNothingInACanonicalFile) {
-    EXPECT_EQ(lossesOf(projectText), Strings{});
-}
+TEST(Survival, FindsNothingInACanonicalFile) { EXPECT_EQ(lossesOf(projectText), Strings{}); }
 
 TEST(Survival, FindsNothingWhereAValueIsOnlySpelledInAnotherWay) {
     EXPECT_EQ(lossOfValue("double", "1.50"), Strings{});
@@ -93,11 +91,12 @@ TEST(Survival, ReportsAChildWithoutABody) {
 }
 
 TEST(Survival, ReportsWordsThatNothingWritesAgain) {
-    EXPECT_EQ(lossesOf(modelText("AttrContainer { \nSubContainer { \n\"AttrContainer\" \"F\"\n"
-                                 "FieldToken 77\nAttrContainer { \n}\n}\n}\n")),
-              (Strings{"/F:6: \"FieldToken\" would be \"\": the content is not understood and is "
-                       "dropped",
-                       "/F:6: \"77\" would be \"\": the content is not understood and is dropped"}));
+    EXPECT_EQ(
+        lossesOf(modelText("AttrContainer { \nSubContainer { \n\"AttrContainer\" \"F\"\n"
+                           "FieldToken 77\nAttrContainer { \n}\n}\n}\n")),
+        (Strings{"/F:6: \"FieldToken\" would be \"\": the content is not understood and is "
+                 "dropped",
+                 "/F:6: \"77\" would be \"\": the content is not understood and is dropped"}));
 }
 
 TEST(Survival, ReportsARelationWithoutAKnownAction) {
@@ -109,8 +108,10 @@ TEST(Survival, ReportsARelationWithoutAKnownAction) {
 
 TEST(Survival, ShowsNoMoreThanTheBeginningOfALongText) {
     const std::string text(100, 'x');
-    const Strings losses = lossesOf(modelText("AttrContainer { \nAttr<String> { \nName \"a b\"\n"
-                                              "Value \"" + text + "\"\n}\n}\n"));
+    const Strings losses =
+        lossesOf(modelText("AttrContainer { \nAttr<String> { \nName \"a b\"\n"
+                           "Value \"" +
+                           text + "\"\n}\n}\n"));
 
     EXPECT_EQ(losses, Strings{"/a b:6: \"\"" + text.substr(0, 79) +
                               "...\" would be \"\": the attribute is not taken over"});

@@ -37,18 +37,14 @@ std::shared_ptr<ac::Attribute> read(const Row& row) {
 }
 
 // An attribute of that value, which lasts as long as the expression that it is made in.
-template <class T>
-struct Holder {
+template <class T> struct Holder {
     explicit Holder(const T& value) { attribute.set(value); }
     operator const ac::Attribute&() const { return attribute; }
 
     ac::CustAttr<T> attribute{std::nullopt};
 };
 
-template <class T>
-Holder<T> holding(const T& value) {
-    return Holder<T>(value);
-}
+template <class T> Holder<T> holding(const T& value) { return Holder<T>(value); }
 
 }  // namespace
 
@@ -97,7 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
             "[1.0,0.0,0.0,0.0,0.0,1.0,0.0,0.0,0.0,0.0,1.0,0.0,-4.0,5.0,6.0,1.0]"},
         Row{"DVector", "{ 1 -2.5 } ", "{ 1 -2.5 }", "[1.0,-2.5]"},
         Row{"DVector", "{ } ", "{ }", "[]"},
-        Row{"Vec3ddVector", "{ 1 2 3 4 5 6 } ", "{ (1 2 3) (4 5 6) }", "[[1.0,2.0,3.0],[4.0,5.0,6.0]]"},
+        Row{"Vec3ddVector", "{ 1 2 3 4 5 6 } ", "{ (1 2 3) (4 5 6) }",
+            "[[1.0,2.0,3.0],[4.0,5.0,6.0]]"},
         Row{"Vec4ddVector", "{ 1 2 3 4 } ", "{ (1 2 3 4) }", "[[1.0,2.0,3.0,4.0]]"},
         Row{"Vec2ddVector", "{ 1 2 } ", "{ (1 2) }", "[[1.0,2.0]]"},
         Row{"Vec2dfVector", "{ 1 2 } ", "{ (1 2) }", "[[1.0,2.0]]"},

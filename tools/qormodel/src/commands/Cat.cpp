@@ -45,7 +45,8 @@ public:
         if (json) return json->add(document, options.isMasked());
         if (options.form == Form::Export)
             return exportDocument(document, target, document.file, options.isMasked());
-        const int format = options.form == Form::Xml ? ac::ModelFormat::XmlV2 : ac::ModelFormat::Text;
+        const int format =
+            options.form == Form::Xml ? ac::ModelFormat::XmlV2 : ac::ModelFormat::Text;
         writeDocument(document, target, document.file, {format, options.isMasked()});
     }
     void finish() {
@@ -103,11 +104,14 @@ void addCat(CLI::App& program, Session& session) {
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->files, "Model files, - for the standard input")
         ->required();
-    command->add_option("--as", options->form, "The form: text, xml, json, or export, which has no child objects")
+    command
+        ->add_option("--as", options->form,
+                     "The form: text, xml, json, or export, which has no child objects")
         ->transform(CLI::CheckedTransformer(forms, CLI::ignore_case))
         ->option_text("text|xml|export|json");
-    command->add_option("--mask", options->mask,
-                        "Only the attributes at and below these paths, with the objects on the way")
+    command
+        ->add_option("--mask", options->mask,
+                     "Only the attributes at and below these paths, with the objects on the way")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->option_text("PATH,...");

@@ -31,9 +31,7 @@ void ContentJson::add(const Document& document, bool onlyMarked) {
     stream << (hasElements ? "\n      ]" : "]") << "\n    }";
 }
 
-void ContentJson::finish() {
-    stream << (hasFiles ? "\n  ]\n}\n" : "]\n}\n");
-}
+void ContentJson::finish() { stream << (hasFiles ? "\n  ]\n}\n" : "]\n}\n"); }
 
 void ContentJson::addElement(const Element& element, bool onlyMarked) {
     std::vector<std::shared_ptr<ac::Attribute>> attributes;
@@ -42,8 +40,8 @@ void ContentJson::addElement(const Element& element, bool onlyMarked) {
     });
     if (onlyMarked && attributes.empty()) return;
     stream << (hasElements ? "," : "") << "\n        {\"path\": " << quoted(element.path)
-           << ", \"class\": " << quoted(classOf(*element.container)) << ", \"kind\": "
-           << (element.isField ? "\"field\"" : "\"object\"")
+           << ", \"class\": " << quoted(classOf(*element.container))
+           << ", \"kind\": " << (element.isField ? "\"field\"" : "\"object\"")
            << ", \"unknown\": " << (isUnknownClass(*element.container) ? "true" : "false")
            << ", \"attributes\": [";
     hasElements = true;

@@ -29,9 +29,7 @@ std::string unquoted(const std::string& text) {
 }
 
 // A version stands behind its name.
-std::string lastWord(const std::string& text) {
-    return text.substr(text.rfind(' ') + 1);
-}
+std::string lastWord(const std::string& text) { return text.substr(text.rfind(' ') + 1); }
 
 XmlForm readStreamHead(std::istream& head) {
     XmlForm form;
@@ -55,8 +53,8 @@ std::optional<XmlForm> inqXmlForm(const SourceFile& source) {
     if (!line.starts_with(exportRoot)) return std::nullopt;
     XmlForm form;
     form.isExport = true;
-    form.version = line.substr(exportRoot.size(), line.find('"', exportRoot.size()) -
-                                                      exportRoot.size());
+    form.version =
+        line.substr(exportRoot.size(), line.find('"', exportRoot.size()) - exportRoot.size());
     return form;
 }
 

@@ -1,6 +1,7 @@
 #include "outline/Scanner.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace qormodel {
 
@@ -48,6 +49,7 @@ const Token& Scanner::next() {
 
 const Token& Scanner::skipBlock() {
     for (std::uint64_t depth = 1;;) {
+        if (skipPlainChunk()) continue;
         skipSpace();
         if (isAtEnd()) {
             start(Token::Kind::End);
@@ -72,6 +74,7 @@ const Token& Scanner::skipBlock() {
 bool Scanner::fill() {
     chunkBegin += got;
     at = 0;
+    isFresh = true;
     if (progress) progress->show(chunkBegin);
     const std::uint64_t left = stop - chunkBegin;
     got = source.readAt(chunkBegin, chunk.data(), std::min<std::uint64_t>(chunk.size(), left));
@@ -84,6 +87,21 @@ void Scanner::skipSpace() {
 
 void Scanner::skipWord() {
     while (!isAtEnd() && !isSpace(chunk[at])) ++at;
+}
+
+// Passes a chunk in which no brace and no quote is, as nearly all of a long list are.
+bool Scanner::skipPlainChunk() {
+    if (!isFresh) return false;
+    isFresh = false;
+    const char* const begin = chunk.data() + at;
+    const std::size_t size = got - at;
+    if (size == 0) return false;
+    for (const char character : {'{', '}', '"'})
+        if (std::memchr(begin, character, size)) return false;
+    line += static_cast<std::uint64_t>(std::count(begin, begin + size, '\n'));
+    at = got;
+    if (!isSpace(chunk[got - 1])) skipWord();
+    return true;
 }
 
 // Passes the rest of a string. False where the source ends inside.

@@ -45,6 +45,7 @@ private:
     bool isAtEnd() { return at == got && !fill(); }
     void skipSpace();
     void skipWord();
+    bool skipPlainChunk();
     bool skipString();
     void start(Token::Kind kind);
     void readWord();
@@ -56,6 +57,7 @@ private:
     std::uint64_t stop;  // nothing is read from here on
     std::size_t at = 0;
     std::size_t got = 0;
+    bool isFresh = false;  // nobody has looked yet whether the chunk is plain
     std::uint64_t line;
     Progress* progress = nullptr;
     Token token;

@@ -208,33 +208,34 @@ Value "a & b"
 TEST(RunCat, PrintsJson) {
     const std::string text = cat(projectText, {"--as", "json", "--mask", "/Scans/Box,/Origin"});
 
-    EXPECT_EQ(Json::parse(text),
-              (Json{{"version", 1},
-                    {"command", "cat"},
-                    {"files",
-                     {{{"file", "file.model"},
-                       {"title", "Test"},
-                       {"formatVersion", "9.1.0.0"},
-                       {"elements",
-                        {{{"path", "/"},
-                          {"class", "Object"},
-                          {"kind", "object"},
-                          {"unknown", false},
-                          {"attributes",
-                           {{{"name", "Origin"}, {"type", "Attr<Vec3dd>"}, {"value", {1, 2.5, -3}}}}}},
-                         {{"path", "/Scans"},
-                          {"class", "Object"},
-                          {"kind", "object"},
-                          {"unknown", false},
-                          {"attributes",
-                           {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Scans"}}}}},
-                         {{"path", "/Scans/Box"},
-                          {"class", "AttrContainer"},
-                          {"kind", "field"},
-                          {"unknown", false},
-                          {"attributes",
-                           {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Box"}},
-                            {{"name", "Size"}, {"type", "Attr<double>"}, {"value", 2.5}}}}}}}}}}}));
+    EXPECT_EQ(
+        Json::parse(text),
+        (Json{{"version", 1},
+              {"command", "cat"},
+              {"files",
+               {{{"file", "file.model"},
+                 {"title", "Test"},
+                 {"formatVersion", "9.1.0.0"},
+                 {"elements",
+                  {{{"path", "/"},
+                    {"class", "Object"},
+                    {"kind", "object"},
+                    {"unknown", false},
+                    {"attributes",
+                     {{{"name", "Origin"}, {"type", "Attr<Vec3dd>"}, {"value", {1, 2.5, -3}}}}}},
+                   {{"path", "/Scans"},
+                    {"class", "Object"},
+                    {"kind", "object"},
+                    {"unknown", false},
+                    {"attributes",
+                     {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Scans"}}}}},
+                   {{"path", "/Scans/Box"},
+                    {"class", "AttrContainer"},
+                    {"kind", "field"},
+                    {"unknown", false},
+                    {"attributes",
+                     {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Box"}},
+                      {{"name", "Size"}, {"type", "Attr<double>"}, {"value", 2.5}}}}}}}}}}}));
 }
 
 TEST(RunCat, PrintsAllValuesAsTreeDoes) {
@@ -309,10 +310,13 @@ Name "UUID"
 )";
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, modelText("AttrContainer { \nAttr<String> { \nName \"Name\"\nValue "
-                                    "\"Object\"\n}\n" + own + "Attr<Vec3dd> { \nName \"At\"\n"
+                                    "\"Object\"\n}\n" +
+                                    own +
+                                    "Attr<Vec3dd> { \nName \"At\"\n"
                                     "Value 1 2 3\n}\n}\nChild { \n\"Object\" \"A\"\n"
                                     "AttrContainer { \nAttr<String> { \nName \"Name\"\n"
-                                    "Value \"A\"\n}\n" + own + "}\n}\n"));
+                                    "Value \"A\"\n}\n" +
+                                    own + "}\n}\n"));
 }
 
 TEST(RunFmt, ChecksFormatsInPlaceAndThenFindsNothing) {

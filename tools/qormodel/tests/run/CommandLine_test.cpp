@@ -71,11 +71,18 @@ struct ExampleFolder {
 
 TEST(RunProgram, ExitsWithTwoForBadUsage) {
     const TemporaryFile file(projectText);
-    const std::vector<std::vector<std::string>> usages{
-        {}, {"dance"}, {"info"}, {"info", "--dance", file.getName()}, {"tree", "-L", "x", "y"},
-        {"tree", file.getName(), "/None"}, {"info", file.getName() + "none"}, {"help", "dance"},
-        {"--color", "green", "version"}, {"cat", "--as", "prose", file.getName()},
-        {"fmt", "-i", "-o", "x", file.getName()}, {"cat", "--mask", "/None", file.getName()}};
+    const std::vector<std::vector<std::string>> usages{{},
+                                                       {"dance"},
+                                                       {"info"},
+                                                       {"info", "--dance", file.getName()},
+                                                       {"tree", "-L", "x", "y"},
+                                                       {"tree", file.getName(), "/None"},
+                                                       {"info", file.getName() + "none"},
+                                                       {"help", "dance"},
+                                                       {"--color", "green", "version"},
+                                                       {"cat", "--as", "prose", file.getName()},
+                                                       {"fmt", "-i", "-o", "x", file.getName()},
+                                                       {"cat", "--mask", "/None", file.getName()}};
     for (const auto& usage : usages) {
         const RunResult result = runQormodel(usage);
         EXPECT_EQ(result.status, 2) << (usage.empty() ? "nothing" : usage[0]);
@@ -88,8 +95,8 @@ TEST(RunProgram, PrintsItsVersions) {
     const RunResult result = runQormodel({"version"});
 
     EXPECT_EQ(result.status, 0);
-    EXPECT_TRUE(std::regex_match(
-        result.out, std::regex("qormodel [0-9.]+\nmodel format 9\\.1\\.0\\.0\n")))
+    EXPECT_TRUE(
+        std::regex_match(result.out, std::regex("qormodel [0-9.]+\nmodel format 9\\.1\\.0\\.0\n")))
         << result.out;
 }
 
@@ -104,8 +111,8 @@ TEST(RunProgram, PrintsItsVersionsInNoTime) {
         return (to.tv_sec - from.tv_sec) * 1e3 + (to.tv_usec - from.tv_usec) * 1e-3;
     };
 
-    const double milliseconds = (spent(before.ru_utime, after.ru_utime) +
-                                 spent(before.ru_stime, after.ru_stime)) / times;
+    const double milliseconds =
+        (spent(before.ru_utime, after.ru_utime) + spent(before.ru_stime, after.ru_stime)) / times;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     EXPECT_LT(milliseconds, 1000);
@@ -133,7 +140,8 @@ TEST(RunHelp, MakesAManualPageOfAllCommandsAndOptions) {
         EXPECT_NE(page.find("\n.SS \"" + command), std::string::npos) << command;
         const std::string help = runQormodel({command, "--help"}).out;
         const std::regex option("\n  (-[-A-Za-z,]+)");
-        for (std::sregex_iterator found(help.begin(), help.end(), option), end; found != end; ++found) {
+        for (std::sregex_iterator found(help.begin(), help.end(), option), end; found != end;
+             ++found) {
             const std::string names = (*found)[1];
             if (names == "-h,--help") continue;
             const std::string escaped = std::regex_replace(names, std::regex("-"), "\\-");
@@ -143,9 +151,9 @@ TEST(RunHelp, MakesAManualPageOfAllCommandsAndOptions) {
 }
 
 TEST(RunHelp, MakesAManualPageThatTheFormatterTakes) {
-    const RunResult result =
-        runShell("command -v groff > /dev/null || exit 0; qormodel help --man | "
-                 "groff -man -ww -Tutf8 > /dev/null");
+    const RunResult result = runShell(
+        "command -v groff > /dev/null || exit 0; qormodel help --man | "
+        "groff -man -ww -Tutf8 > /dev/null");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
@@ -240,8 +248,9 @@ TEST(RunPipes, NameTheStandardInputInMessages) {
     const RunResult result = runQormodel({"info", "-"}, options);
 
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "qormodel: stdin:1: /: is no model file: expected a header text in "
-                          "quotes and a version\n");
+    EXPECT_EQ(result.err,
+              "qormodel: stdin:1: /: is no model file: expected a header text in "
+              "quotes and a version\n");
 }
 
 TEST(RunPipes, MayBeClosedByTheirReader) {
@@ -253,8 +262,8 @@ TEST(RunPipes, MayBeClosedByTheirReader) {
         runShell("(qormodel get " + file.getName() + " /L; echo status $? >&2) | true");
 
     EXPECT_NE(result.err.find("status 2"), std::string::npos) << result.err;
-    EXPECT_NE(result.err.find("standard output: cannot be written: Broken pipe"),
-              std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("standard output: cannot be written: Broken pipe"), std::string::npos)
+        << result.err;
 }
 
 TEST(RunPipes, TellAFullDevice) {

@@ -74,7 +74,8 @@ Action "Notify"
 }
 )");
 
-const std::string brokenModel = modelText("AttrContainer { \nAttr<double> { \nName \"D\"\nValue x\n");
+const std::string brokenModel =
+    modelText("AttrContainer { \nAttr<double> { \nName \"D\"\nValue x\n");
 
 }  // namespace
 
@@ -125,8 +126,8 @@ TEST(RunInfo, CountsPointsWithNormalsOnce) {
 
 TEST(RunInfo, TellsThatAFormatIsNewerOrOlder) {
     const auto versionOf = [](const std::string& version) {
-        const std::string out =
-            outputOn("\"T\"\n\"kVLib\" " + version + "\nAttrContainer { \n}\n", {"info", "file.model"});
+        const std::string out = outputOn("\"T\"\n\"kVLib\" " + version + "\nAttrContainer { \n}\n",
+                                         {"info", "file.model"});
         return out.substr(out.find("9.1.0.0)") - 30, 38);
     };
 
@@ -163,10 +164,12 @@ TEST(RunInfo, TellsAnXmlFileWithoutAVersion) {
 
 TEST(RunInfo, TellsAnExport) {
     const std::string text =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Root version=\"9.1.0.0\" format=\"0\">\n</Root>";
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Root version=\"9.1.0.0\" "
+        "format=\"0\">\n</Root>";
     EXPECT_EQ(outputOn(text, {"info", "file.model"}),
               "file.model\n  form        XML export\n  version     9.1.0.0 (the same as ours, "
-              "9.1.0.0)\n  size        " + std::to_string(text.size()) + " bytes\n");
+              "9.1.0.0)\n  size        " +
+                  std::to_string(text.size()) + " bytes\n");
 }
 
 TEST(RunTree, ShowsObjectsAndFields) {
@@ -204,23 +207,26 @@ TEST(RunTree, GoesDownAsManyLevelsAsAsked) {
 }
 
 TEST(RunTree, ShowsOnlyWhatIsNotKnown) {
-    const std::string text = modelText("AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
-                                       "AttrContainer { \n}\n}\n");
+    const std::string text = modelText(
+        "AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
+        "AttrContainer { \n}\n}\n");
     EXPECT_EQ(outputOn(text, {"tree", "--unknown", "file.model"}), "  ? A Station\n");
     EXPECT_EQ(outputOn(projectText, {"tree", "--unknown", "file.model"}), "");
 }
 
 TEST(RunTree, ListsElementsAsJson) {
-    const Json elements = jsonOn(projectText, {"tree", "-a", "--json", "file.model"}).at("elements");
+    const Json elements =
+        jsonOn(projectText, {"tree", "-a", "--json", "file.model"}).at("elements");
 
     ASSERT_EQ(elements.size(), 4u);
-    EXPECT_EQ(elements.at(2), (Json{{"path", "/Scans/Box"},
-                                    {"class", "AttrContainer"},
-                                    {"kind", "field"},
-                                    {"unknown", false},
-                                    {"attributes",
-                                     {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Box"}},
-                                      {{"name", "Size"}, {"type", "Attr<double>"}, {"value", 2.5}}}}}));
+    EXPECT_EQ(elements.at(2),
+              (Json{{"path", "/Scans/Box"},
+                    {"class", "AttrContainer"},
+                    {"kind", "field"},
+                    {"unknown", false},
+                    {"attributes",
+                     {{{"name", "Name"}, {"type", "Attr<String>"}, {"value", "Box"}},
+                      {{"name", "Size"}, {"type", "Attr<double>"}, {"value", 2.5}}}}}));
     EXPECT_EQ(elements.at(3).at("path"), "/Scans/First");
     EXPECT_EQ(elements.at(3).at("kind"), "object");
 }
@@ -236,16 +242,18 @@ TEST(RunGet, PrintsAllValuesBelowAnElement) {
 }
 
 TEST(RunGet, PrintsJsonWithPathsAndTypes) {
-    EXPECT_EQ(jsonOn(projectText, {"get", "--json", "file.model", "/Origin"}).at("values"),
-              Json::array({{{"path", "/Origin"}, {"type", "Attr<Vec3dd>"}, {"value", {1, 2.5, -3}}}}));
+    EXPECT_EQ(
+        jsonOn(projectText, {"get", "--json", "file.model", "/Origin"}).at("values"),
+        Json::array({{{"path", "/Origin"}, {"type", "Attr<Vec3dd>"}, {"value", {1, 2.5, -3}}}}));
 }
 
 TEST(RunGet, KeepsAllDigitsOfANumber) {
     const std::string text = valueModel("Attr<double>", "0.12345678901234567");
 
     EXPECT_EQ(outputOn(text, {"get", "file.model", "/Tested"}), "0.12345678901234568\n");
-    EXPECT_NE(outputOn(text, {"get", "--json", "file.model", "/Tested"}).find("0.12345678901234568"),
-              std::string::npos);
+    EXPECT_NE(
+        outputOn(text, {"get", "--json", "file.model", "/Tested"}).find("0.12345678901234568"),
+        std::string::npos);
 }
 
 TEST(RunGet, TellsAPathThatHasNoValue) {
@@ -266,14 +274,16 @@ TEST(RunCheck, SaysNothingOfACleanFile) {
 }
 
 TEST(RunCheck, ListsProblemsAndExitsWithOne) {
-    EXPECT_EQ(outputOn(valueModel("Attr<double>", "1.#INF"), {"check", "--strict", "file.model"}, 1),
-              "problem file.model:6: /Tested: \"1.#INF\" would be \"0\": infinities and "
-              "not-a-numbers are written as 0\n");
+    EXPECT_EQ(
+        outputOn(valueModel("Attr<double>", "1.#INF"), {"check", "--strict", "file.model"}, 1),
+        "problem file.model:6: /Tested: \"1.#INF\" would be \"0\": infinities and "
+        "not-a-numbers are written as 0\n");
 }
 
 TEST(RunCheck, ExitsWithThreeForWarningsOnlyUnderStrict) {
-    const std::string text = modelText("AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
-                                       "AttrContainer { \n}\n}\n");
+    const std::string text = modelText(
+        "AttrContainer { \n}\nChild { \n\"Station\" \"A\"\n"
+        "AttrContainer { \n}\n}\n");
     const std::string expected =
         "warning file.model:5: /A: the class Station is not known to this program\n";
 
@@ -337,8 +347,10 @@ TEST(RunBroken, PrintsNothingButLinePathAndWhatWasExpected) {
         const RunResult result = runOn(brokenModel, {command, "file.model"});
         EXPECT_EQ(result.status, 2) << command;
         EXPECT_EQ(result.out, "") << command;
-        EXPECT_EQ(result.err, "qormodel: file.model:4: /: the block Attr<double> that begins here "
-                              "has no end: expected }\n") << command;
+        EXPECT_EQ(result.err,
+                  "qormodel: file.model:4: /: the block Attr<double> that begins here "
+                  "has no end: expected }\n")
+            << command;
     }
     EXPECT_EQ(runOn(brokenModel, {"get", "file.model", "/D"}).status, 2);
 }
