@@ -9,11 +9,21 @@ namespace points {
 
 namespace {
 constexpr std::array<std::pair<std::string_view, PlyType>, 16> types{{
-    {"char", {1, false, true}},     {"int8", {1, false, true}},    {"uchar", {1, false, false}},
-    {"uint8", {1, false, false}},   {"short", {2, false, true}},   {"int16", {2, false, true}},
-    {"ushort", {2, false, false}},  {"uint16", {2, false, false}}, {"int", {4, false, true}},
-    {"int32", {4, false, true}},    {"uint", {4, false, false}},   {"uint32", {4, false, false}},
-    {"float", {4, true, true}},     {"float32", {4, true, true}},  {"double", {8, true, true}},
+    {"char", {1, false, true}},
+    {"int8", {1, false, true}},
+    {"uchar", {1, false, false}},
+    {"uint8", {1, false, false}},
+    {"short", {2, false, true}},
+    {"int16", {2, false, true}},
+    {"ushort", {2, false, false}},
+    {"uint16", {2, false, false}},
+    {"int", {4, false, true}},
+    {"int32", {4, false, true}},
+    {"uint", {4, false, false}},
+    {"uint32", {4, false, false}},
+    {"float", {4, true, true}},
+    {"float32", {4, true, true}},
+    {"double", {8, true, true}},
     {"float64", {8, true, true}},
 }};
 
@@ -28,8 +38,9 @@ PlyForm takeForm(LineReader& lines) {
     if (word == "ascii") return PlyForm::Text;
     if (word == "binary_little_endian") return PlyForm::LittleEndian;
     if (word == "binary_big_endian") return PlyForm::BigEndian;
-    lines.fail("\"ascii\", \"binary_little_endian\" or \"binary_big_endian\" is expected behind "
-               "\"format\"");
+    lines.fail(
+        "\"ascii\", \"binary_little_endian\" or \"binary_big_endian\" is expected behind "
+        "\"format\"");
 }
 
 PlyElement takeElement(LineReader& lines) {

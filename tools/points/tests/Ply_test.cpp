@@ -20,16 +20,7 @@ const std::string normals = "property float nx\nproperty float ny\nproperty floa
 const std::string littlePoint("\x00\x00\x80\x3F\x00\x00\x00\x40\x00\x00\x00\xBF", 12);
 const std::string bigPoint("\x3F\x80\x00\x00\x40\x00\x00\x00\xBF\x00\x00\x00", 12);
 
-class Ply : public FileTest {
-protected:
-    Scan read(const std::string& text) const {
-        store(text);
-        return readPointFile(file);
-    }
-    std::string complaint(const std::string& text) const {
-        return complaintOf([](const auto& name) { readPointFile(name); }, text);
-    }
-};
+class Ply : public PointFileTest {};
 
 TEST_F(Ply, GivesPointsAndNormalsOfText) {
     const Scan scan = read(textHeader + "obj_info none\r\nelement vertex 2\r\n" + positions +
@@ -55,8 +46,10 @@ TEST_F(Ply, KnowsEveryTypeOfNumber) {
         "property int8 x\nproperty uint8 a\nproperty short y\nproperty ushort b\n"
         "property int32 z\nproperty uint c\nproperty double nx\nproperty float32 ny\n"
         "property uchar nz\nend_header\n";
-    const std::string content("\xFF\xFF\xFE\xFF\xFE\xFF\xFD\xFF\xFF\xFF\xFD\xFF\xFF\xFF"
-                              "\x00\x00\x00\x00\x00\x00\xE0\x3F\x00\x00\x80\x3E\xC8", 27);
+    const std::string content(
+        "\xFF\xFF\xFE\xFF\xFE\xFF\xFD\xFF\xFF\xFF\xFD\xFF\xFF\xFF"
+        "\x00\x00\x00\x00\x00\x00\xE0\x3F\x00\x00\x80\x3E\xC8",
+        27);
 
     const Scan scan = read(header + content);
 
@@ -67,7 +60,8 @@ TEST_F(Ply, KnowsEveryTypeOfNumber) {
 TEST_F(Ply, FindsTheVerticesBehindOtherElementsAndAmongOtherProperties) {
     const std::string elements =
         "element camera 1\nproperty list uchar float axes\nproperty int id\n"
-        "element vertex 1\nproperty uchar red\n" + positions +
+        "element vertex 1\nproperty uchar red\n" +
+        positions +
         "property list uchar int x\nelement face 7\nproperty list uchar int vertex_indices\n";
 
     EXPECT_EQ(read(textHeader + elements + "end_header\n2 9 9 4\n255 1 2 3 1 8\n").points,

@@ -16,14 +16,7 @@ using Points = std::vector<Point>;
 const std::string heading = "x,y,z,nx,ny,nz\n";
 const std::string vtk = "# vtk DataFile Version 3.0\na title\nASCII\nDATASET POLYDATA\n";
 
-class PointFile : public FileTest {
-protected:
-    Scan read(const std::string& text) const {
-        store(text);
-        return readPointFile(file);
-    }
-    std::string complaint(const std::string& text) const { return complaintOf([](const auto& name) { readPointFile(name); }, text); }
-};
+class PointFile : public PointFileTest {};
 
 TEST_F(PointFile, GivesPointsAndNormalsOfLinesOfSixNumbers) {
     const Scan scan = read(heading + "-3.5 , 0.25 , 1e1 , -1,0,0\r\n\r\n+1,2,3,0,0,1");

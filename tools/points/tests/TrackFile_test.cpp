@@ -24,7 +24,9 @@ protected:
         store(text);
         return readTrackFile(file);
     }
-    std::string complaint(const std::string& text) const { return complaintOf([](const auto& name) { readTrackFile(name); }, text); }
+    std::string complaint(const std::string& text) const {
+        return complaintOf([](const auto& name) { readTrackFile(name); }, text);
+    }
 };
 
 TEST_F(TrackFile, GivesAPoseForEachPosition) {

@@ -108,24 +108,20 @@ TEST(Diff, TellsTitlesAndRelations) {
 }
 
 TEST(Diff, FindsTheRelationsOfARenamedObjectAgain) {
-    const std::string id = "Name \"UUID\"\nValue 00000000-0000-0000-0000-000000000007\n}\nAttr<int>";
+    const std::string id =
+        "Name \"UUID\"\nValue 00000000-0000-0000-0000-000000000007\n}\nAttr<int>";
     const std::string text = replaced(projectText, "Name \"UUID\"\n}\nAttr<int>", id);
     const LoadedText first(text);
-    const LoadedText second(replaced(replaced(text, "\"Object\" \"Scans\"", "\"Object\" \"Scenes\""),
-                                     "Value \"Scans\"", "Value \"Scenes\""));
+    const LoadedText second(
+        replaced(replaced(text, "\"Object\" \"Scans\"", "\"Object\" \"Scenes\""), "Value \"Scans\"",
+                 "Value \"Scenes\""));
 
-    EXPECT_EQ(changesOf(first.document, second.document),
-              "~ place /Scans => /Scenes [renamed]\n");
+    EXPECT_EQ(changesOf(first.document, second.document), "~ place /Scans => /Scenes [renamed]\n");
 }
 
 TEST(Diff, TellsContentThatIsNotUnderstood) {
-    const auto textWith = [](const std::string& word) {
-        return modelText("AttrContainer { \nAttr<String> { \nName \"Name\"\nValue \"Root\"\n}\n}\n"
-                         "Child { \n\"Radar\" \"r\"\n" + word + " 5\nAttrContainer { \n"
-                         "Attr<String> { \nName \"Name\"\nValue \"r\"\n}\n}\n}\n");
-    };
-    const LoadedText first(textWith("Echo"));
-    const LoadedText second(textWith("Sound"));
+    const LoadedText first(textWithUnknown("Echo"));
+    const LoadedText second(textWithUnknown("Sound"));
 
     EXPECT_EQ(compareDocuments(first.document, first.document).size(), 0U);
     const auto changes = compareDocuments(first.document, second.document);

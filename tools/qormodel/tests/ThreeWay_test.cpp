@@ -109,12 +109,11 @@ TEST(ThreeWayMerge, KeepsOursInAConflictOrThePreferredSide) {
 }
 
 TEST(ThreeWayMerge, AddsAndRemovesAttributes) {
-    const Merged merged(
-        [](ac::Object& root) { put(*at(root, "/Scans/a"), "Mine", 1); },
-        [](ac::Object& root) {
-            put(*at(root, "/Scans/a"), "Yours", "x");
-            at(root, "/Scans")->rmAttribute("Count");
-        });
+    const Merged merged([](ac::Object& root) { put(*at(root, "/Scans/a"), "Mine", 1); },
+                        [](ac::Object& root) {
+                            put(*at(root, "/Scans/a"), "Yours", "x");
+                            at(root, "/Scans")->rmAttribute("Count");
+                        });
 
     EXPECT_EQ(valueAt(merged.ours, "/Scans/a/Mine"), "1");
     EXPECT_EQ(valueAt(merged.ours, "/Scans/a/Yours"), "x");
@@ -140,13 +139,12 @@ TEST(ThreeWayMerge, FindsAConflictWhereOneSideRemovedTheAttribute) {
 }
 
 TEST(ThreeWayMerge, AddsObjectsAndFieldsOfBothSides) {
-    const Merged merged(
-        [](ac::Object& root) { addObject(*at(root, "/Scans"), "mine", 10); },
-        [](ac::Object& root) {
-            const auto added = addObject(*at(root, "/Scans"), "yours", 11);
-            put(*addObject(*added, "below", 12), "Deep", 7);
-            addField(*at(root, "/Scans/b"), "Extra");
-        });
+    const Merged merged([](ac::Object& root) { addObject(*at(root, "/Scans"), "mine", 10); },
+                        [](ac::Object& root) {
+                            const auto added = addObject(*at(root, "/Scans"), "yours", 11);
+                            put(*addObject(*added, "below", 12), "Deep", 7);
+                            addField(*at(root, "/Scans/b"), "Extra");
+                        });
 
     EXPECT_EQ(pathsOf(merged.ours),
               "/\n/Scans\n/Scans/a\n/Scans/a/Box\n/Scans/b\n/Scans/b/Extra\n/Scans/mine\n"
@@ -220,14 +218,11 @@ TEST(ThreeWayMerge, FindsAConflictWhereSomethingWasAddedToTheRemoved) {
 }
 
 TEST(ThreeWayMerge, CombinesARenameAMoveAndAValue) {
-    const Merged merged(
-        [](ac::Object& root) {
-            at(root, "/Scans/b")->name("renamed");
-        },
-        [](ac::Object& root) {
-            put(*at(root, "/Scans/b"), "Note", "x");
-            move(root, "/Scans/b", "/Archive");
-        });
+    const Merged merged([](ac::Object& root) { at(root, "/Scans/b")->name("renamed"); },
+                        [](ac::Object& root) {
+                            put(*at(root, "/Scans/b"), "Note", "x");
+                            move(root, "/Scans/b", "/Archive");
+                        });
 
     EXPECT_EQ(valueAt(merged.ours, "/Archive/renamed/Note"), "x");
     EXPECT_FALSE(at(*merged.ours.root, "/Scans/b"));
@@ -274,28 +269,34 @@ TEST(ThreeWayMerge, LeavesNoTwoSiblingsOfOneName) {
 }
 
 TEST(ThreeWayMerge, TakesOverRelationsOfAttributes) {
-    const std::string relation =
-        "PostObserver \nObserverPath { \nPath \"/\"\nPriority 3\nAction \"Notify\"\n}\n";
-    std::string without = projectText;
-    without.erase(without.find(relation), relation.size());
-    LoadedText base(without);
-    LoadedText ours(without);
+    LoadedText base(textWithoutRelation());
+    LoadedText ours(textWithoutRelation());
     LoadedText theirs(projectText);
 
-    const auto added =
-        mergeThreeWays(base.document, ours.document, theirs.document, std::nullopt);
+    const auto added = mergeThreeWays(base.document, ours.document, theirs.document, std::nullopt);
     LoadedText oursWith(projectText);
     const auto removed =
         mergeThreeWays(theirs.document, oursWith.document, base.document, std::nullopt);
 
     EXPECT_TRUE(added.conflicts.empty());
     EXPECT_TRUE(removed.conflicts.empty());
-    const auto numRelations = [](const Document& document) {
-        return document.root->inqObject("/Scans")->getAttribute("Count").lock()
-            ->getNumPostObservers();
-    };
     EXPECT_EQ(numRelations(ours.document), 1U);
     EXPECT_EQ(numRelations(oursWith.document), 0U);
+}
+
+TEST(ThreeWayMerge, TellsOfContentThatIsNotUnderstoodAndWasChangedThere) {
+    const LoadedText base(textWithUnknown("Echo"));
+    LoadedText ours(textWithUnknown("Echo"));
+    LoadedText theirs(textWithUnknown("Sound"));
+    LoadedText changedHere(textWithUnknown("Sound"));
+
+    const auto there = mergeThreeWays(base.document, ours.document, theirs.document, Side::Ours);
+    const auto here =
+        mergeThreeWays(base.document, changedHere.document, ours.document, std::nullopt);
+
+    ASSERT_EQ(there.conflicts.size(), 1U);
+    EXPECT_EQ(there.conflicts[0].path, "/r");
+    EXPECT_TRUE(here.conflicts.empty());
 }
 
 }  // namespace

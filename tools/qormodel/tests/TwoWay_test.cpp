@@ -2,6 +2,7 @@
 #include "merge/TwoWay.h"
 
 #include "compare/Diff.h"
+#include "support/Sample.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
@@ -134,6 +135,18 @@ TEST(TwoWayMerge, NotesAValueThatAnObserverRefuses) {
     ASSERT_EQ(told.notes.size(), 1U);
     EXPECT_EQ(told.notes[0], "/Name: the value was refused, or is of another type");
     EXPECT_EQ(target.root->getName(), "Project");
+}
+
+TEST(TwoWayMerge, BringsTheRelationsOver) {
+    LoadedText with(projectText);
+    LoadedText bare(textWithoutRelation());
+    LoadedText source(projectText);
+    LoadedText bareSource(textWithoutRelation());
+    EXPECT_TRUE(mergeTwoWays(bare.document, source.document, {}).notes.empty());
+    EXPECT_TRUE(mergeTwoWays(with.document, bareSource.document, {}).notes.empty());
+
+    EXPECT_EQ(numRelations(bare.document), 1U);
+    EXPECT_EQ(numRelations(with.document), 0U);
 }
 
 }  // namespace

@@ -17,8 +17,7 @@ using Points = std::vector<Point>;
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-template <class T>
-bool areSame(const T& a, const T& b, const Tolerance& tolerance = {}) {
+template <class T> bool areSame(const T& a, const T& b, const Tolerance& tolerance = {}) {
     ac::CustAttr<T> first(std::nullopt);
     ac::CustAttr<T> second(std::nullopt);
     first.set(a);

@@ -15,14 +15,13 @@ namespace qormodel {
 namespace {
 
 // The value that a text stands for, as `get` prints it; else what was expected.
-template <class T>
-std::string read(const std::string& text) {
+template <class T> std::string read(const std::string& text) {
     std::string expected;
     const auto value = parseValue(ac::CustAttr<T>(std::nullopt), text, expected);
     return value ? valueText(*value) : "expected " + expected;
 }
 
-TEST(ValueText, IsAWholeNumberWithinTheRangeOfItsType) {
+TEST(ValueFromText, IsAWholeNumberWithinTheRangeOfItsType) {
     EXPECT_EQ(read<int>("-2147483648"), "-2147483648");
     EXPECT_EQ(read<int>("+5"), "5");
     EXPECT_EQ(read<unsigned char>("255"), "255");
@@ -35,21 +34,21 @@ TEST(ValueText, IsAWholeNumberWithinTheRangeOfItsType) {
     EXPECT_EQ(read<unsigned short>("-1"), "expected a whole number from 0 to 65535");
 }
 
-TEST(ValueText, IsANumber) {
+TEST(ValueFromText, IsANumber) {
     EXPECT_EQ(read<double>("1e-3"), "0.001");
     EXPECT_EQ(read<double>(" -2.5 "), "-2.5");
     for (const char* const text : {"one", "1.2.3", "", "1,5", "nan"})
         EXPECT_EQ(read<double>(text), "expected a number") << text;
 }
 
-TEST(ValueText, IsAFlag) {
+TEST(ValueFromText, IsAFlag) {
     EXPECT_EQ(read<bool>("true"), "true");
     EXPECT_EQ(read<bool>("FALSE"), "false");
     for (const char* const text : {"yes", "", "truely"})
         EXPECT_EQ(read<bool>(text), "expected true or false") << text;
 }
 
-TEST(ValueText, IsAGroupOfNumbersInAnyOfItsSpellings) {
+TEST(ValueFromText, IsAGroupOfNumbersInAnyOfItsSpellings) {
     using Point = QOR::Vec3d<double>;
     EXPECT_EQ(read<Point>("1 2 3"), "1 2 3");
     EXPECT_EQ(read<Point>("(1, 2, 3)"), "1 2 3");
@@ -58,7 +57,7 @@ TEST(ValueText, IsAGroupOfNumbersInAnyOfItsSpellings) {
     EXPECT_EQ(read<Point>("1 2 x"), "expected 3 times a number");
 }
 
-TEST(ValueText, IsAListInBraces) {
+TEST(ValueFromText, IsAListInBraces) {
     using Points = std::vector<QOR::Vec3d<double>>;
     EXPECT_EQ(read<Points>("{ (1 2 3) (4 5 6) }"), "{ (1 2 3) (4 5 6) }");
     EXPECT_EQ(read<Points>("{1 2 3 4 5 6}"), "{ (1 2 3) (4 5 6) }");
@@ -71,19 +70,34 @@ TEST(ValueText, IsAListInBraces) {
               "2147483647");
 }
 
-TEST(ValueText, IsAnIdentifier) {
+TEST(ValueFromText, IsAnIdentifier) {
     EXPECT_EQ(read<QOR::uuids::uuid>("01234567-89AB-cdef-0123-456789abcdef"),
               "01234567-89ab-cdef-0123-456789abcdef");
     EXPECT_EQ(read<QOR::uuids::uuid>("0123"), "expected 32 hexadecimal digits");
 }
 
-TEST(ValueText, IsAnyText) {
+TEST(ValueFromText, IsAnyText) {
     EXPECT_EQ(read<std::string>(""), "");
     EXPECT_EQ(read<std::string>("a, (b) {c}"), "a, (b) {c}");
 }
 
-TEST(ValueText, IsJson) {
-    EXPECT_EQ(read<QOR::JsonValue>("{\"a\": [1, 2]}").substr(0, 8), "{\"a\": [1");
+TEST(ValueFromText, IsAListOfTextsAsGetPrintsIt) {
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(read<Texts>(R"({ "a b" "" "c\"d" })"), R"({ "a b" "" "c\"d" })");
+    EXPECT_EQ(read<Texts>("{}"), "{ }");
+    EXPECT_EQ(read<std::set<std::string>>(R"({"b" "a"})"), R"({ "a" "b" })");
+    for (const char* const text : {"a", "\"a\"", "{ a }", "{ \"a }", "{ \"a\" } b", ""})
+        EXPECT_EQ(read<Texts>(text), "expected texts in quotes, all in braces") << text;
+}
+
+TEST(ValueFromText, IsAMapOfTextsAsGetPrintsIt) {
+    EXPECT_EQ(read<ac::StringMap>(R"({ "a" => "x } y" })"), R"({ "a" => "x } y" })");
+    EXPECT_EQ(read<ac::StringMap>(R"({ "a" })"),
+              R"(expected pairs "key" => "text", all in braces)");
+}
+
+TEST(ValueFromText, IsJson) {
+    EXPECT_EQ(read<QOR::JsonValue>("[1, 2.5, true]"), "[1, 2.5, true]");
     EXPECT_EQ(read<QOR::JsonValue>("{a}"), "expected JSON");
 }
 

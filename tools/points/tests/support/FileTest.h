@@ -19,8 +19,7 @@ protected:
     void store(const std::string& text) const { std::ofstream(file, std::ios::binary) << text; }
 
     /// What the error of `read` says behind the name of the file; "none" where there is none.
-    template <class Read>
-    std::string complaintOf(const Read& read, const std::string& text) const {
+    template <class Read> std::string complaintOf(const Read& read, const std::string& text) const {
         store(text);
         try {
             read(file);
@@ -36,6 +35,18 @@ protected:
         std::filesystem::path(testing::TempDir()) /
         (std::string(testing::UnitTest::GetInstance()->current_test_info()->test_suite_name()) +
          "_" + testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt");
+};
+
+/// Tests of the reader of point files.
+class PointFileTest : public FileTest {
+protected:
+    Scan read(const std::string& text) const {
+        store(text);
+        return readPointFile(file);
+    }
+    std::string complaint(const std::string& text) const {
+        return complaintOf([](const auto& name) { readPointFile(name); }, text);
+    }
 };
 
 }  // namespace points

@@ -35,9 +35,10 @@ Colour colourOf(char sign) {
 }
 
 std::string describe(const Change& change) {
-    const std::string type = change.kind == Kind::Attribute && change.sign != '~'
-                                 ? ' ' + (change.first ? change.first : change.second)->getClassName()
-                                 : "";
+    const std::string type =
+        change.kind == Kind::Attribute && change.sign != '~'
+            ? ' ' + (change.first ? change.first : change.second)->getClassName()
+            : "";
     const std::string& only = change.sign == '-' ? change.before : change.after;
     switch (change.kind) {
         case Kind::Title: return "title: " + change.before + " -> " + change.after;
@@ -63,9 +64,8 @@ void printCounts(const std::vector<Change>& changes, Output& output) {
     std::map<std::pair<Kind, char>, std::size_t> counts;
     for (const auto& change : changes) ++counts[{change.kind, change.sign}];
     for (const auto& [key, count] : counts)
-        output.print("{} {:>6} {}\n",
-                     output.in(colourOf(key.second), std::string(1, key.second)), count,
-                     wordFor(key.first));
+        output.print("{} {:>6} {}\n", output.in(colourOf(key.second), std::string(1, key.second)),
+                     count, wordFor(key.first));
 }
 
 Json describeAsJson(const Change& change) {
@@ -150,8 +150,7 @@ void run(const Options& options, Session& session) {
 void addDiff(CLI::App& program, Session& session) {
     auto* const command = program.add_subcommand("diff", "Tell what differs between two files");
     const auto options = std::make_shared<Options>();
-    command->add_option("A B", options->files, "Model files, - for the standard input")
-        ->required();
+    command->add_option("A B", options->files, "Model files, - for the standard input")->required();
     command->add_option("--tolerance", options->tolerance,
                         "Take numbers for the same that differ by this at most; \"library\" for "
                         "the limits of the library's comparer");
@@ -159,9 +158,10 @@ void addDiff(CLI::App& program, Session& session) {
     command->add_flag("--stat", options->onlyCounts, "Print how many differences of which kind");
     command->add_flag("--json", options->asJson, "Print one JSON object");
     command->add_flag("--git", options->isForGit, "Take the 7 arguments of git's external diff");
-    command->footer("Signs: - only in A, + only in B, ~ in both, ? not understood.\n"
-                    "Exits with 1 where something differs; with --git never.\n\n"
-                    "Example:\n  qormodel diff old.model new.model");
+    command->footer(
+        "Signs: - only in A, + only in B, ~ in both, ? not understood.\n"
+        "Exits with 1 where something differs; with --git never.\n\n"
+        "Example:\n  qormodel diff old.model new.model");
     command->callback([options, &session] { run(*options, session); });
 }
 

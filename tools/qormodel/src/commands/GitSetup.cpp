@@ -68,8 +68,8 @@ std::string ownProgram() {
 
 std::filesystem::path attributesFile(const Options& options) {
     if (!options.isGlobal)
-        return std::filesystem::path(runGit({"rev-parse", "--show-toplevel"},
-                                            "tell the folder of the repository")) /
+        return std::filesystem::path(
+                   runGit({"rev-parse", "--show-toplevel"}, "tell the folder of the repository")) /
                ".gitattributes";
     try {
         return runGit({"config", "--global", "--type=path", "core.attributesFile"}, "");
@@ -102,8 +102,7 @@ bool addLine(const std::filesystem::path& file, const std::string& line) {
 }
 
 void run(const Options& options, Session& session) {
-    const std::string program =
-        quoted(options.program.empty() ? ownProgram() : options.program);
+    const std::string program = quoted(options.program.empty() ? ownProgram() : options.program);
     const auto file = attributesFile(options);
     const std::vector<std::pair<std::string, std::string>> settings{
         {"diff.qormodel.command", program + " --color=auto diff --git"},
@@ -128,8 +127,9 @@ void addGitSetup(CLI::App& program, Session& session) {
     command->add_option("--pattern", options->pattern, "Which files")->capture_default_str();
     command->add_option("--program", options->program,
                         "What git is to run; else this very program");
-    command->footer("Sets the drivers in git's configuration and names them in .gitattributes.\n\n"
-                    "Example:\n  qormodel git-setup");
+    command->footer(
+        "Sets the drivers in git's configuration and names them in .gitattributes.\n\n"
+        "Example:\n  qormodel git-setup");
     command->callback([options, &session] { run(*options, session); });
 }
 

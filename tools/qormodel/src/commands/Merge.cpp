@@ -47,9 +47,8 @@ void mergeTwo(const Options& options, Session& session) {
     if (!result.notes.empty()) session.exit = Exit::Found;
     storeDocument(target, options.write);
     if (!isPrinted(options)) return;
-    session.output.print("attributes: {} changed, {} added, {} removed\n",
-                         result.values.numChanged, result.values.numAttributesAdded,
-                         result.values.numAttributesRemoved);
+    session.output.print("attributes: {} changed, {} added, {} removed\n", result.values.numChanged,
+                         result.values.numAttributesAdded, result.values.numAttributesRemoved);
     session.output.print("fields:     {} added, {} removed\n", result.values.numFieldsAdded,
                          result.values.numFieldsRemoved);
     session.output.print("objects:    {} added, {} removed, {} moved\n", result.numObjectsAdded,
@@ -71,8 +70,7 @@ void reportConflicts(const std::vector<Conflict>& conflicts, const Options& opti
     if (options.write.dryRun || name == "-") return;
     storeConflicts(name, conflicts);
     if (!conflicts.empty())
-        printNote("ours stands; what is in conflict is listed in " +
-                  conflictListOf(name));
+        printNote("ours stands; what is in conflict is listed in " + conflictListOf(name));
 }
 
 void mergeThree(const Options& options, Session& session) {
@@ -108,16 +106,19 @@ void addMerge(CLI::App& program, Session& session) {
     command->add_option("FILE", options->files, "TARGET SOURCE, or BASE OURS THEIRS")->required();
     command->add_flag("--keep", options->twoWay.keep,
                       "Remove nothing from TARGET that SOURCE does not have");
-    command->add_option("--only-marked", options->twoWay.onlyMarked,
-                        "Take over only what stands at and below these paths; removes nothing")
+    command
+        ->add_option("--only-marked", options->twoWay.onlyMarked,
+                     "Take over only what stands at and below these paths; removes nothing")
         ->delimiter(',')
         ->allow_extra_args(false);
-    command->add_option("--observers", options->twoWay.telling,
-                        "When observers hear of it: each change (they may refuse), end or never")
+    command
+        ->add_option("--observers", options->twoWay.telling,
+                     "When observers hear of it: each change (they may refuse), end or never")
         ->transform(CLI::CheckedTransformer(tellings))
         ->option_text("never|end|each");
-    command->add_option("--prefer", options->preferred,
-                        "Whose change stands where both sides have one; else it is a conflict")
+    command
+        ->add_option("--prefer", options->preferred,
+                     "Whose change stands where both sides have one; else it is a conflict")
         ->transform(CLI::CheckedTransformer(sides))
         ->option_text("ours|theirs");
     command->add_option("--name", options->name,

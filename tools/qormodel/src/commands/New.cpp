@@ -42,8 +42,7 @@ std::string nameOf(const Options& options) {
     return name;
 }
 
-template <class Read>
-auto readWithProgress(const std::string& file, const Read& read) {
+template <class Read> auto readWithProgress(const std::string& file, const Read& read) {
     std::error_code error;
     const auto size = std::filesystem::file_size(file, error);
     Progress progress("reading " + file, error ? 0 : size);
@@ -83,17 +82,20 @@ void addNew(CLI::App& program, Session& session) {
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->file, "Model file to make, - for the standard output")
         ->required();
-    command->add_option("--scan", options->scans,
-                        "Add a scan: x,y,z[,nx,ny,nz] lines, legacy VTK text or PLY")
+    command
+        ->add_option("--scan", options->scans,
+                     "Add a scan: x,y,z[,nx,ny,nz] lines, legacy VTK text or PLY")
         ->allow_extra_args(false);
-    command->add_option("--track", options->tracks,
-                        "Add the track of a sensor: legacy VTK text, a pose for each point")
+    command
+        ->add_option("--track", options->tracks,
+                     "Add the track of a sensor: legacy VTK text, a pose for each point")
         ->allow_extra_args(false);
     command->add_option("--name", options->name, "Name of the project; else that of the file");
     command->add_flag("--force", options->isForced, "Replace a file that is there");
     command->add_flag("--dry-run", options->isDryRun, "Tell what would be done, write nothing");
-    command->footer("Coordinates are kept with eight digits behind the point.\n\n"
-                    "Example:\n  qormodel new hall.model --scan points.txt --name Hall");
+    command->footer(
+        "Coordinates are kept with eight digits behind the point.\n\n"
+        "Example:\n  qormodel new hall.model --scan points.txt --name Hall");
     command->callback([options, &session] { run(*options, session); });
 }
 

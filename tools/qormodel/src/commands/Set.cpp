@@ -61,10 +61,8 @@ bool change(const Document& document, const std::string& assignment, const Optio
         printNote(describe(Place{document.placeOf(0, 0).file, 0, edit.path}, *edit.refusal));
         return false;
     }
-    if (edit.isAdded)
-        report.add(Colour::Added, "+", edit.path + " = " + edit.after);
-    else
-        report.add(Colour::Changed, "~", edit.path + ": " + edit.before + " -> " + edit.after);
+    if (edit.isAdded) report.add(Colour::Added, "+", edit.path + " = " + edit.after);
+    else report.add(Colour::Changed, "~", edit.path + ": " + edit.before + " -> " + edit.after);
     return true;
 }
 
@@ -102,9 +100,10 @@ void addSet(CLI::App& program, Session& session) {
     command->add_option("--rm", options->removals, "Remove an attribute, field or object")
         ->allow_extra_args(false);
     addWriteFlags(*command, options->write);
-    command->footer("All changes are one write: where an observer refuses one, none is made and "
-                    "the exit\nstatus is 1.\n\n"
-                    "Example:\n  qormodel set project.model /Action=reviewed");
+    command->footer(
+        "All changes are one write: where an observer refuses one, none is made and "
+        "the exit\nstatus is 1.\n\n"
+        "Example:\n  qormodel set project.model /Action=reviewed");
     command->callback([options, &session] { run(*options, session); });
 }
 

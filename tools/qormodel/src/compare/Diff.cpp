@@ -26,8 +26,8 @@ public:
           second(flatten(second.root)),
           pairs(pairUp(this->first, this->second)) {
         if (first.source && second.source && first.outline.title != second.outline.title)
-            changes.push_back({'~', Kind::Title, "", "", first.outline.title,
-                               second.outline.title});
+            changes.push_back(
+                {'~', Kind::Title, "", "", first.outline.title, second.outline.title});
         outlines.emplace(first, second, this->first, this->second, pairs);
     }
 
@@ -61,8 +61,8 @@ private:
     void comparePlaces(const Node& a, const Node& b) {
         const bool isMoved = pairs.toSecond[a.parent] != b.parent;
         if (!isMoved && a.slot == b.slot) return;
-        changes.push_back({'~', Kind::Place, a.element.path, b.element.path,
-                           placeWord(a, b, isMoved)});
+        changes.push_back(
+            {'~', Kind::Place, a.element.path, b.element.path, placeWord(a, b, isMoved)});
     }
 
     void compareAttributes(const Node& a, const Node& b) {
@@ -81,7 +81,10 @@ private:
 
     void addAttribute(const Node& node, const std::shared_ptr<const ac::Attribute>& before,
                       const std::shared_ptr<const ac::Attribute>& after) {
-        Change change{!after ? '-' : before ? '~' : '+', Kind::Attribute,
+        Change change{!after   ? '-'
+                      : before ? '~'
+                               : '+',
+                      Kind::Attribute,
                       pathBelow(node.element.path, (before ? before : after)->getName()), ""};
         if (before) change.before = shortValueText(*before, valueLength);
         if (after) change.after = shortValueText(*after, valueLength);

@@ -16,7 +16,7 @@ namespace qormodel {
 struct Change {
     enum class Kind { Title, Object, Field, Attribute, Relation, Place, Order, Content };
 
-    char sign = '~';        ///< '-' only in the first, '+' only in the second, '~' in both, '?' unknown
+    char sign = '~';  ///< '-' only in the first, '+' only in the second, '~' in both, '?' unknown
     Kind kind = Kind::Attribute;
     std::string path;       ///< in the first document; where it is only in the second, in that
     std::string otherPath;  ///< in the second one, where an object has another place or name there

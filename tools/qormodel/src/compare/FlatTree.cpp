@@ -1,5 +1,8 @@
 #include "compare/FlatTree.h"
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <utility>
 
 namespace qormodel {
@@ -36,6 +39,12 @@ std::vector<Node> below(const Node& node, std::size_t index) {
     return {std::make_move_iterator(found.rbegin()), std::make_move_iterator(found.rend())};
 }
 }  // namespace
+
+std::string foldedName(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return name;
+}
 
 FlatTree flatten(const std::shared_ptr<ac::Object>& root) {
     FlatTree tree;

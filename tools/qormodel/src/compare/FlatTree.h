@@ -15,10 +15,10 @@ namespace qormodel {
 /// An element with its place in the list.
 struct Node {
     Element element;
-    std::string slot;                   ///< the name by which its parent knows it
-    QOR::uuids::uuid id;                ///< nil for none, and for fields
-    std::size_t parent = 0;             ///< the root's is its own
-    std::vector<std::size_t> fields;    ///< in their order
+    std::string slot;                 ///< the name by which its parent knows it
+    QOR::uuids::uuid id;              ///< nil for none, and for fields
+    std::size_t parent = 0;           ///< the root's is its own
+    std::vector<std::size_t> fields;  ///< in their order
     std::vector<std::size_t> children;
 };
 
@@ -28,6 +28,9 @@ struct FlatTree {
 
     std::vector<Node> nodes;
 };
+
+/// A name as names are compared: without case.
+std::string foldedName(std::string name);
 
 /// The nodes of a tree, in the order in which a file holds them.
 FlatTree flatten(const std::shared_ptr<ac::Object>& root);

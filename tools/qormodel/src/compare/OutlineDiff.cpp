@@ -14,17 +14,7 @@ std::string textOf(const Relation& relation) {
 }
 }  // namespace
 
-OutlineDiff::OutlineDiff(const Document& firstDocument, const Document& secondDocument,
-                         const FlatTree& first, const FlatTree& second, const Pairing& pairs)
-    : firstDocument(firstDocument),
-      secondDocument(secondDocument),
-      first(first),
-      second(second),
-      pairs(pairs),
-      firstContents(contentsOf(firstDocument)),
-      secondContents(contentsOf(secondDocument)) {}
-
-OutlineDiff::Contents OutlineDiff::contentsOf(const Document& document) {
+Contents listContents(const Document& document) {
     Contents contents;
     for (std::size_t i = 0; i < document.outline.elements.size(); ++i)
         for (const auto& stray : document.outline.elements[i].strays)
@@ -33,18 +23,30 @@ OutlineDiff::Contents OutlineDiff::contentsOf(const Document& document) {
     return contents;
 }
 
+std::vector<std::string> contentAt(const Contents& contents, const std::string& path) {
+    const auto found = contents.find(path);
+    return found == contents.end() ? std::vector<std::string>{} : found->second;
+}
+
+OutlineDiff::OutlineDiff(const Document& firstDocument, const Document& secondDocument,
+                         const FlatTree& first, const FlatTree& second, const Pairing& pairs)
+    : firstDocument(firstDocument),
+      secondDocument(secondDocument),
+      first(first),
+      second(second),
+      pairs(pairs),
+      firstContents(listContents(firstDocument)),
+      secondContents(listContents(secondDocument)) {}
+
 void OutlineDiff::addContent(std::size_t firstIndex, std::size_t secondIndex,
                              std::vector<Change>& changes) const {
     const std::string& path = first.nodes[firstIndex].element.path;
-    const auto before = firstContents.find(path);
-    const auto after = secondContents.find(second.nodes[secondIndex].element.path);
-    const std::size_t numBefore = before == firstContents.end() ? 0 : before->second.size();
-    const std::size_t numAfter = after == secondContents.end() ? 0 : after->second.size();
-    if (numBefore == 0 && numAfter == 0) return;
-    if (numBefore == numAfter && before->second == after->second) return;
+    const auto before = contentAt(firstContents, path);
+    const auto after = contentAt(secondContents, second.nodes[secondIndex].element.path);
+    if (before == after) return;
     changes.push_back({'?', Change::Kind::Content, path, "",
-                       std::to_string(numBefore) + " parts that are not understood",
-                       std::to_string(numAfter) + " of them, others"});
+                       std::to_string(before.size()) + " parts that are not understood",
+                       std::to_string(after.size()) + " of them, others"});
 }
 
 void OutlineDiff::addRelations(std::vector<Change>& changes) const {
@@ -61,12 +63,12 @@ void OutlineDiff::addRelations(std::vector<Change>& changes) const {
         std::string observable = relation.observable;
         if (place != pathInSecond.end() && observable.starts_with(relation.holder))
             observable.replace(0, relation.holder.size(), place->second);
-        if (const auto found = open.find(observable + ' ' + textOf(relation)); found != open.end()) {
+        if (const auto found = open.find(observable + ' ' + textOf(relation));
+            found != open.end()) {
             open.erase(found);
             continue;
         }
-        changes.push_back(
-            {'-', Change::Kind::Relation, relation.observable, "", textOf(relation)});
+        changes.push_back({'-', Change::Kind::Relation, relation.observable, "", textOf(relation)});
     }
     for (const auto& [key, relation] : open)
         changes.push_back(

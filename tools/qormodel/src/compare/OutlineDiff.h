@@ -13,6 +13,14 @@ namespace qormodel {
 
 struct Change;
 
+/// The content that no class understands, by the path of the element that holds it.
+using Contents = std::map<std::string, std::vector<std::string>>;
+
+Contents listContents(const Document& document);
+
+/// What stands at a path; empty for nothing.
+std::vector<std::string> contentAt(const Contents& contents, const std::string& path);
+
 /// Compares the outlines of two documents along the pairs of their trees. All of it outlives this.
 class OutlineDiff {
 public:
@@ -26,10 +34,6 @@ public:
     void addRelations(std::vector<Change>& changes) const;
 
 private:
-    using Contents = std::map<std::string, std::vector<std::string>>;  // by path
-
-    static Contents contentsOf(const Document& document);
-
     const Document& firstDocument;
     const Document& secondDocument;
     const FlatTree& first;

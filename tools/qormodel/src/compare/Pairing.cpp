@@ -1,7 +1,5 @@
 #include "compare/Pairing.h"
 
-#include <algorithm>
-#include <cctype>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -9,13 +7,6 @@
 namespace qormodel {
 
 namespace {
-// Names compare without case in paths, and so here.
-std::string folded(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return name;
-}
-
 class Pairer {
 public:
     Pairer(const FlatTree& first, const FlatTree& second, NameRule rule)
@@ -63,10 +54,10 @@ private:
         std::unordered_map<std::string, std::vector<std::size_t>> open;
         for (auto index = theirs.rbegin(); index != theirs.rend(); ++index)
             if (pairs.toFirst[*index] == FlatTree::none)
-                open[folded(second.nodes[*index].slot)].push_back(*index);
+                open[foldedName(second.nodes[*index].slot)].push_back(*index);
         for (const std::size_t index : ours) {
             if (pairs.toSecond[index] != FlatTree::none) continue;
-            const auto found = open.find(folded(first.nodes[index].slot));
+            const auto found = open.find(foldedName(first.nodes[index].slot));
             if (found == open.end() || found->second.empty()) continue;
             if (!mayPairByName(index, found->second.back())) continue;
             join(index, found->second.back());

@@ -12,39 +12,35 @@
 namespace qormodel {
 
 namespace {
-template <class T>
-concept Components = requires(const T& value) {
+template <class T> concept NumberGroup = requires(const T& value) {
     value.size();
     { value[0] } -> std::convertible_to<double>;
-} && !requires(const T& value) { value.begin(); };
-template <class T>
-concept List = requires(const T& value) {
+}
+&&!requires(const T& value) { value.begin(); };
+template <class T> concept List = requires(const T& value) {
     value.begin();
     value.size();
     value[std::size_t{0}];
-} && !std::same_as<T, std::string> && !std::same_as<T, ac::StringMap>;
+}
+&&!std::same_as<T, std::string> && !std::same_as<T, ac::StringMap>;
 
-template <class T>
-bool isSame(const T& a, const T& b, double greatest);
+template <class T> bool isSame(const T& a, const T& b, double greatest);
 
-template <std::floating_point T>
-bool isSameNumber(T a, T b, double greatest) {
+template <std::floating_point T> bool isSameNumber(T a, T b, double greatest) {
     if (a == b || (std::isnan(a) && std::isnan(b))) return true;
     return greatest > 0 && std::abs(static_cast<double>(a) - static_cast<double>(b)) <= greatest;
 }
 
-template <class T>
-bool areSame(const T& a, const T& b, std::size_t size, double greatest) {
+template <class T> bool areSame(const T& a, const T& b, std::size_t size, double greatest) {
     for (std::size_t i = 0; i < size; ++i)
         if (!isSame(a[i], b[i], greatest)) return false;
     return true;
 }
 
-template <class T>
-bool isSame(const T& a, const T& b, double greatest) {
+template <class T> bool isSame(const T& a, const T& b, double greatest) {
     if constexpr (std::floating_point<T>) return isSameNumber(a, b, greatest);
     else if constexpr (List<T>) return a.size() == b.size() && areSame(a, b, a.size(), greatest);
-    else if constexpr (Components<T>) return areSame(a, b, T::size(), greatest);
+    else if constexpr (NumberGroup<T>) return areSame(a, b, T::size(), greatest);
     else return a == b;
 }
 
@@ -58,9 +54,7 @@ public:
     }
 };
 
-double greatestOf(const Tolerance& tolerance) {
-    return tolerance.greatest.value_or(0);
-}
+double greatestOf(const Tolerance& tolerance) { return tolerance.greatest.value_or(0); }
 
 // Calls `visit` with the values of both, where they are of one type.
 template <class Visit>

@@ -1,9 +1,9 @@
 #include "merge/Assembly.h"
 
 #include "Failure.h"
+#include "compare/FlatTree.h"
 
 #include <algorithm>
-#include <cctype>
 #include <set>
 #include <utility>
 
@@ -18,13 +18,6 @@ Objects childrenOf(const ac::Object& object) {
 
 bool isPrefix(const Objects& front, const Objects& whole) {
     return front.size() <= whole.size() && std::equal(front.begin(), front.end(), whole.begin());
-}
-
-// Names compare without case.
-std::string folded(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return name;
 }
 
 // Detaches children from behind until what is left is the front of what is wanted.
@@ -65,9 +58,9 @@ public:
             for (const std::size_t child : children[i]) {
                 ac::AttrContainer& each = *parts[child].container;
                 const std::string name = each.getName();
-                if (taken.insert(folded(name)).second) continue;
+                if (taken.insert(foldedName(name)).second) continue;
                 each.name(parts[i].container->generateUniqueName(name));
-                taken.insert(folded(each.getName()));
+                taken.insert(foldedName(each.getName()));
                 tell(parts[child], name);
             }
         }

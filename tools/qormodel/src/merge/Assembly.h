@@ -18,7 +18,7 @@ struct Part {
     std::shared_ptr<ac::AttrContainer> container;
     std::size_t parent = none;  ///< index of a part; none for the root
     bool isField = false;
-    std::string slot{};         ///< of a field
+    std::string slot{};  ///< of a field
 };
 
 /// Hangs each part below its parent, the children in the order of the parts, and takes away what is

@@ -10,9 +10,8 @@ namespace qormodel {
 
 namespace {
 Json describeAsJson(const Conflict& conflict) {
-    return {{"path", conflict.path},     {"what", conflict.text},
-            {"base", conflict.base},     {"ours", conflict.ours},
-            {"theirs", conflict.theirs}, {"taken", "ours"}};
+    return {{"path", conflict.path}, {"what", conflict.text},     {"base", conflict.base},
+            {"ours", conflict.ours}, {"theirs", conflict.theirs}, {"taken", "ours"}};
 }
 }  // namespace
 

@@ -46,12 +46,11 @@ bool add(const Relation& relation, const Document& document) {
     const auto found = inqAttribute(document, relation.observable);
     if (!found || !relation.isActionKnown) return false;
     ac::Attribute& attribute = *found->attribute;
-    const auto result =
-        relation.isAsked
-            ? attribute.addPreObserver(relation.observer, priorityOf(relation), actionOf(relation),
-                                       false)
-            : attribute.addObserver(relation.observer, priorityOf(relation), actionOf(relation),
-                                    false);
+    const auto result = relation.isAsked
+                            ? attribute.addPreObserver(relation.observer, priorityOf(relation),
+                                                       actionOf(relation), false)
+                            : attribute.addObserver(relation.observer, priorityOf(relation),
+                                                    actionOf(relation), false);
     return result != ac::Observable::AddFailed;
 }
 
@@ -90,9 +89,8 @@ void mergeRelations(const RelationChanges& changes, const Document& ours,
                     std::vector<Conflict>& conflicts) {
     for (const auto& relation : changes.added)
         if (isOfContainer(relation) || !add(relation, ours))
-            conflicts.push_back(
-                {relation.observable, "added there, cannot be added here", "", "",
-                 describe(relation)});
+            conflicts.push_back({relation.observable, "added there, cannot be added here", "", "",
+                                 describe(relation)});
     for (const auto& relation : changes.removed) {
         if (!inqElement(ours, relation.holder)) continue;  // it went with the element
         if (isOfContainer(relation) || !remove(relation, ours))

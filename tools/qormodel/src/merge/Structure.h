@@ -18,9 +18,9 @@ struct Placement {
 };
 
 /// Decides for each entity. What one side alone added, removed or moved is so in the result. An
-/// element that one side removed while the other changed something at or below it, and one that both
-/// moved to different places, is a conflict: without `preferred` ours stands and `conflicts` gets an
-/// entry.
+/// element that one side removed while the other changed something at or below it, and one that
+/// both moved to different places, is a conflict: without `preferred` ours stands and `conflicts`
+/// gets an entry.
 std::vector<Placement> decideStructure(const Versions& versions, std::optional<Side> preferred,
                                        std::vector<Conflict>& conflicts);
 

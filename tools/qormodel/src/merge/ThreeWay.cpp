@@ -1,11 +1,13 @@
 #include "merge/ThreeWay.h"
 
+#include "compare/OutlineDiff.h"
 #include "merge/Assembly.h"
 #include "merge/AttributeMerge.h"
 #include "merge/RelationMerge.h"
 #include "merge/Structure.h"
 #include "merge/Versions.h"
 
+#include <string>
 #include <utility>
 
 namespace qormodel {
@@ -26,10 +28,11 @@ public:
 
     ThreeWayResult run() {
         for (std::size_t i = 0; i < placements.size(); ++i) mergeValues(i);
+        checkContents();
         count();
         assemble(parts(), true, [this](const Part& part, const std::string& former) {
-            result.conflicts.push_back({former, "the name is taken; it is " +
-                                                    part.container->getName() + " now"});
+            result.conflicts.push_back(
+                {former, "the name is taken; it is " + part.container->getName() + " now"});
         });
         mergeTitle();
         mergeRelations(relations, oursDocument, result.conflicts);
@@ -43,9 +46,29 @@ private:
         const Entity& each = at(index);
         if (!each.isInOurs() || !each.isInTheirs()) return;
         const Node* const base = each.isInBase() ? &versions.base.nodes[each.base] : nullptr;
-        result.numAttributes += mergeAttributes(base, versions.ours.nodes[each.ours],
-                                                versions.theirs.nodes[each.theirs], preferred,
-                                                result.conflicts);
+        result.numAttributes +=
+            mergeAttributes(base, versions.ours.nodes[each.ours],
+                            versions.theirs.nodes[each.theirs], preferred, result.conflicts);
+    }
+
+    // Content that no class understands is not merged. What theirs changed of it is told, whoever
+    // is preferred: else it would be lost without a word.
+    void checkContents() {
+        const Contents before = listContents(baseDocument);
+        const Contents here = listContents(oursDocument);
+        const Contents there = listContents(theirsDocument);
+        for (const auto& each : versions.entities) {
+            if (!each.isInOurs() || !each.isInTheirs()) continue;
+            const auto is = contentAt(there, pathIn(versions.theirs, each.theirs));
+            if (is == contentAt(here, pathIn(versions.ours, each.ours))) continue;
+            if (each.isInBase() && is == contentAt(before, pathIn(versions.base, each.base)))
+                continue;
+            result.conflicts.push_back({pathIn(versions.ours, each.ours),
+                                        "content that is not understood was changed there"});
+        }
+    }
+    static const std::string& pathIn(const FlatTree& tree, std::size_t node) {
+        return tree.nodes[node].element.path;
     }
 
     void count() {

@@ -18,11 +18,11 @@ struct ThreeWayResult {
     std::vector<Conflict> conflicts;
 };
 
-/// Brings into `ours` all that changed from `base` to `theirs`: values, attributes, fields, objects,
-/// their names and places, and relations. Objects are paired by their identifiers, then by name.
-/// Where both sides changed the same in different ways, the preferred one stands; without one that
-/// is ours, and the conflict is listed. Objects of `theirs` move to `ours`; it stays alive as long
-/// as `ours` is used. \throws Failure
+/// Brings into `ours` all that changed from `base` to `theirs`: values, attributes, fields,
+/// objects, their names and places, and relations. Objects are paired by their identifiers, then by
+/// name. Where both sides changed the same in different ways, the preferred one stands; without one
+/// that is ours, and the conflict is listed. Objects of `theirs` move to `ours`; it stays alive as
+/// long as `ours` is used. \throws Failure
 ThreeWayResult mergeThreeWays(const Document& base, Document& ours, Document& theirs,
                               std::optional<Side> preferred);
 

@@ -1,9 +1,11 @@
 #include "merge/TwoWay.h"
 
 #include "compare/FlatTree.h"
+#include "compare/OutlineDiff.h"
 #include "compare/Pairing.h"
 #include "merge/Assembly.h"
 #include "merge/AttributeMerge.h"
+#include "merge/RelationMerge.h"
 #include "model/ModelPath.h"
 
 #include <cstddef>
@@ -30,7 +32,8 @@ void mark(const Document& source, const std::string& path) {
     const auto element = inqElement(source, path);
     if (!element) throw Failure(source.placeOf(0, 0), "there is nothing at " + path);
     forEachElementBelow(*element, [](const Element& each) {
-        forEachAttribute(*each.container, [](const auto& attribute) { attribute->setMarked(true); });
+        forEachAttribute(*each.container,
+                         [](const auto& attribute) { attribute->setMarked(true); });
         return true;
     });
 }
@@ -39,11 +42,14 @@ class Merge {
 public:
     Merge(Document& targetDocument, Document& sourceDocument, const TwoWayOptions& options)
         : options(options),
+          targetDocument(targetDocument),
+          sourceDocument(sourceDocument),
           flags(flagsOf(options)),
           target(flatten(targetDocument.root)),
           source(flatten(sourceDocument.root)),
           pairs(pairUp(target, source)),
-          isWanted(source.nodes.size(), options.onlyMarked.empty()) {
+          isWanted(source.nodes.size(), options.onlyMarked.empty()),
+          relations(listRelationChanges(targetDocument, targetDocument, sourceDocument)) {
         if (options.onlyMarked.empty()) targetDocument.outline.title = sourceDocument.outline.title;
     }
 
@@ -55,6 +61,8 @@ public:
             result.notes.push_back(former + " is named " + part.container->getName() +
                                    " here: the name is taken");
         });
+        if (options.onlyMarked.empty()) takeRelations();
+        noteContents();
         return std::move(result);
     }
 
@@ -106,6 +114,27 @@ private:
         });
     }
 
+    void takeRelations() {
+        if (options.keep) relations.removed.clear();
+        std::vector<Conflict> conflicts;
+        mergeRelations(relations, targetDocument, conflicts);
+        for (const auto& conflict : conflicts)
+            result.notes.push_back(conflict.path + ": relation " + conflict.text);
+    }
+
+    // Content that no class understands is not merged.
+    void noteContents() {
+        const Contents here = listContents(targetDocument);
+        const Contents there = listContents(sourceDocument);
+        for (std::size_t i = 0; i < source.nodes.size(); ++i) {
+            const std::size_t other = pairs.toFirst[i];
+            if (other == none || !isWanted[i]) continue;
+            const std::string& path = target.nodes[other].element.path;
+            if (contentAt(here, path) != contentAt(there, source.nodes[i].element.path))
+                result.notes.push_back(path + ": other content that is not understood stays here");
+        }
+    }
+
     // The children in the order of the source; what stays of the target alone comes behind.
     std::vector<Part> parts() {
         std::vector<Part> parts;
@@ -134,8 +163,7 @@ private:
         return parts;
     }
 
-    template <class Add>
-    void addTarget(std::vector<std::size_t>& ofTarget, const Add& add) const {
+    template <class Add> void addTarget(std::vector<std::size_t>& ofTarget, const Add& add) const {
         for (std::size_t i = 0; i < target.nodes.size(); ++i)
             ofTarget[i] = add(target.nodes[i], i == 0 ? none : ofTarget[target.nodes[i].parent]);
     }
@@ -161,11 +189,14 @@ private:
     }
 
     const TwoWayOptions& options;
+    const Document& targetDocument;
+    const Document& sourceDocument;
     unsigned int flags;
     const FlatTree target;
     const FlatTree source;
     const Pairing pairs;
     std::vector<bool> isWanted;  // nodes of the source
+    RelationChanges relations;
     TwoWayResult result;
 };
 }  // namespace

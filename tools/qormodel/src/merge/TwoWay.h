@@ -27,13 +27,13 @@ struct TwoWayResult {
     std::uint64_t numObjectsAdded = 0;  ///< with all below them
     std::uint64_t numObjectsRemoved = 0;
     std::uint64_t numObjectsMoved = 0;
-    std::vector<std::string> notes;     ///< what could not be brought to the state of the source
+    std::vector<std::string> notes;  ///< what could not be brought to the state of the source
 };
 
 /// Brings `target` to the state of `source`: attributes and fields as the library's merger does it,
-/// and the children with their order, paired by identifier, then by name. With paths only what
-/// stands at and below them comes over, and nothing is removed. Objects of `source` move to
-/// `target`; it stays alive as long as `target` is used. \throws Failure for a path that leads
+/// relations, and the children with their order, paired by identifier, then by name. With paths
+/// only what stands at and below them comes over, and nothing is removed. Objects of `source` move
+/// to `target`; it stays alive as long as `target` is used. \throws Failure for a path that leads
 /// nowhere
 TwoWayResult mergeTwoWays(Document& target, Document& source, const TwoWayOptions& options);
 

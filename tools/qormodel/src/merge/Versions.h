@@ -30,7 +30,7 @@ struct Versions {
     FlatTree ours;
     FlatTree theirs;
     std::vector<Entity> entities;
-    std::vector<std::size_t> ofBase;    ///< the entity of each node
+    std::vector<std::size_t> ofBase;  ///< the entity of each node
     std::vector<std::size_t> ofOurs;
     std::vector<std::size_t> ofTheirs;
 };

@@ -113,8 +113,8 @@ std::optional<std::string> findRounded(const Document& document,
         const auto after = inqAttribute(reread, edit.path);
         const std::string found = after ? valueText(*after->attribute) : "";
         if (found != valueText(*before->attribute))
-            return edit.path + ": \"" + valueText(*before->attribute) +
-                   "\" would come back as \"" + found + '"';
+            return edit.path + ": \"" + valueText(*before->attribute) + "\" would come back as \"" +
+                   found + '"';
     }
     return std::nullopt;
 }

@@ -25,7 +25,8 @@ struct EditResult {
 EditResult setValue(const Document& document, const std::string& path, const std::string& text,
                     const std::string& addType);
 
-/// The relations of what stands elsewhere that lead to what is at and below a path: they end with it.
+/// The relations of what stands elsewhere that lead to what is at and below a path: they end with
+/// it.
 std::vector<Relation> listRelationsTo(const Document& document, const std::string& path);
 
 /// Removes a custom attribute, a field, or a child with all below it.

@@ -17,16 +17,14 @@ namespace qormodel {
 namespace {
 using points::Point;
 
-template <class T>
-void addValue(ac::AttrContainer& container, const std::string& name, T value) {
+template <class T> void addValue(ac::AttrContainer& container, const std::string& name, T value) {
     const auto attribute = std::make_shared<ac::CustAttr<T>>(std::nullopt);
     attribute->set(std::move(value));
     if (container.addAttribute(attribute, name).expired())
         throw Failure("the attribute " + name + " cannot be added");
 }
 
-template <class T>
-void raise(ac::AttrContainer& container, const std::string& name, T by) {
+template <class T> void raise(ac::AttrContainer& container, const std::string& name, T by) {
     const auto attribute =
         std::dynamic_pointer_cast<ac::Attr<T>>(container.getAttribute(name).lock());
     if (attribute) attribute->set(attribute->get() + by);
@@ -54,8 +52,7 @@ void addBoundingBox(ac::Object& object, const std::vector<Point>& points) {
     box->name("BoundingBox");
     addValue(*box, "Min", min);
     addValue(*box, "Max", max);
-    if (!object.addField(box, box->getName(), 0))
-        throw Failure("the bounding box cannot be added");
+    if (!object.addField(box, box->getName(), 0)) throw Failure("the bounding box cannot be added");
 }
 
 std::string pathOf(const ac::Object& object) {
@@ -65,8 +62,10 @@ std::string pathOf(const ac::Object& object) {
 
 ScanTree::ScanTree(const std::string& name)
     : root(ac::Object::create()), scans(ac::Container::create()) {
-    if (root->setName(name)) throw Failure('"' + name + "\" is no name: letters, digits, '_', '-' "
-                                                        "and '.' are");
+    if (root->setName(name))
+        throw Failure('"' + name +
+                      "\" is no name: letters, digits, '_', '-' "
+                      "and '.' are");
     root->getUuid();
     addValue<std::uint64_t>(*scans, "NumScans", 0);
     addValue<std::uint64_t>(*scans, "NumPoints", 0);

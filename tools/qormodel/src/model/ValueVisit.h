@@ -5,11 +5,19 @@
 #include <AttributeContainer/ValueTypes.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include <concepts>
 #include <cstdint>
 
 namespace qormodel {
 
 namespace ac = QOR::AttributeContainer;
+
+/// A fixed number of numbers: a vector or a matrix.
+template <class T>
+concept NumberGroup = requires(const T& value) {
+    value.size();
+    { value[0] } -> std::convertible_to<double>;
+} && !requires(const T& value) { value.begin(); };
 
 /// Calls `visit(value)` with the value of `attribute` in its own type.
 /// \return false, and nothing is called, for an attribute of a class that the library does not have.

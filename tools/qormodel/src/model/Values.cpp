@@ -34,11 +34,6 @@ private:
 template <class T>
 concept Number = std::is_arithmetic_v<T> && !std::same_as<T, bool>;
 template <class T>
-concept Components = requires(const T& value) {
-    value.size();
-    { value[0] } -> std::convertible_to<double>;
-} && !requires(const T& value) { value.begin(); };
-template <class T>
 concept Collection = requires(const T& value) {
     value.begin();
     value.size();
@@ -67,7 +62,7 @@ void write(Writer& writer, const QOR::uuids::uuid& value) {
     writer.target() << value;
 }
 
-template <Components T>
+template <NumberGroup T>
 void write(Writer& writer, const T& value) {
     for (std::size_t i = 0; i < value.size(); ++i) {
         if (i > 0) writer.target() += ' ';
@@ -102,7 +97,7 @@ void write(Writer& writer, const T& value) {
         else if constexpr (std::same_as<Element, bool>)
             write(writer, static_cast<bool>(each));
         else {
-            const bool isGrouped = Components<Element> || std::same_as<Element, ac::ScanPt>;
+            const bool isGrouped = NumberGroup<Element> || std::same_as<Element, ac::ScanPt>;
             if (isGrouped) writer.target() += '(';
             write(writer, each);
             if (isGrouped) writer.target() += ')';
@@ -140,7 +135,7 @@ Json json(const QOR::uuids::uuid& value) {
     return text;
 }
 
-template <Components T>
+template <NumberGroup T>
 Json json(const T& value) {
     Json array = Json::array();
     for (std::size_t i = 0; i < value.size(); ++i) array.push_back(json(value[i]));

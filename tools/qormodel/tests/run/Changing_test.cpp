@@ -60,8 +60,9 @@ const std::string track =
 
 TEST_F(RunNew, MakesAProjectOfPointsAndTracks) {
     put("a.csv", "x,y,z\n1,2,3\n4,5,6\n");
-    put("b.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty float x\nproperty float y\n"
-                 "property float z\nend_header\n7 8 9\n");
+    put("b.ply",
+        "ply\nformat ascii 1.0\nelement vertex 1\nproperty float x\nproperty float y\n"
+        "property float z\nend_header\n7 8 9\n");
     put("drive.vtk", track);
 
     expect({"new", "hall.model", "--scan", "a.csv", "--scan", "b.ply", "--track", "drive.vtk"}, 0,
@@ -115,7 +116,8 @@ TEST_F(RunSet, ChangesAddsAndRemovesInOneWrite) {
 
 TEST_F(RunSet, RefusesATextThatIsNoValueAndWritesNothing) {
     for (const char* const text : {"zz", "1.5", "2147483648", ""}) {
-        expect({"set", "project.model", "/Origin=1 2 3", std::string("/Scans/Count=") + text}, 2, "",
+        expect({"set", "project.model", "/Origin=1 2 3", std::string("/Scans/Count=") + text}, 2,
+               "",
                "qormodel: project.model: /Scans/Count: \"" + std::string(text) +
                    "\" is no value of type Attr<int>: expected a whole number from -2147483648 to "
                    "2147483647\n");
@@ -144,8 +146,7 @@ TEST_F(RunSet, TellsOfTheRelationsThatGoWithAnObject) {
 }
 
 TEST_F(RunSet, WritesToTheStandardOutputOrNowhere) {
-    expect({"set", "project.model", "/Scans/Count=3", "--dry-run"}, 0,
-           "~ /Scans/Count: 2 -> 3\n");
+    expect({"set", "project.model", "/Scans/Count=3", "--dry-run"}, 0, "~ /Scans/Count: 2 -> 3\n");
     EXPECT_EQ(content("project.model"), projectText);
     std::string expected = projectText;
     expected.replace(expected.find("Value 2\n"), 8, "Value 3\n");
@@ -160,7 +161,7 @@ TEST_F(RunDiff, TellsWhatDiffersAndSoDoesItsStatus) {
          "--rm", "/Scans/First"});
 
     expect({"diff", "project.model", "copy.model"}, 1,
-           "- /Map = \"a b\" => \"x } y\" Attr<StringMap>\n~ /Scans/Count: 2 -> 3\n"
+           "- /Map = { \"a b\" => \"x } y\" } Attr<StringMap>\n~ /Scans/Count: 2 -> 3\n"
            "+ /Scans/Note = x Attr<String>\n- /Scans/First Object\n");
     expect({"diff", "-q", "project.model", "copy.model"}, 1, "");
     expect({"diff", "--stat", "project.model", "copy.model"}, 1,
@@ -276,9 +277,9 @@ TEST_F(RunMerge, ListsConflictsAndKeepsOurs) {
   ]
 }
 )");
-    EXPECT_EQ(run({"merge", "project.model", "ours.model", "theirs.model", "--prefer", "theirs"})
-                  .status,
-              0);
+    EXPECT_EQ(
+        run({"merge", "project.model", "ours.model", "theirs.model", "--prefer", "theirs"}).status,
+        0);
     EXPECT_EQ(get("ours.model", "/Scans/Count"), "4\n");
 }
 

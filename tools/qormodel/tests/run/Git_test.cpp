@@ -16,14 +16,15 @@ class RunGit : public ::testing::Test {
 protected:
     void SetUp() override {
         options.folder = folder.getFolder().string();
-        options.environment = {{"HOME", options.folder},       {"GIT_CONFIG_NOSYSTEM", "1"},
-                               {"GIT_AUTHOR_NAME", "Tester"},  {"GIT_AUTHOR_EMAIL", "t@example.com"},
-                               {"GIT_COMMITTER_NAME", "Tester"},
-                               {"GIT_COMMITTER_EMAIL", "t@example.com"}};
+        options.environment = {
+            {"HOME", options.folder},         {"GIT_CONFIG_NOSYSTEM", "1"},
+            {"GIT_AUTHOR_NAME", "Tester"},    {"GIT_AUTHOR_EMAIL", "t@example.com"},
+            {"GIT_COMMITTER_NAME", "Tester"}, {"GIT_COMMITTER_EMAIL", "t@example.com"}};
         if (runShell("command -v git").status != 0) GTEST_SKIP() << "there is no git";
         std::ofstream(folder.getFolder() / "project.model", std::ios::binary) << projectText;
-        const RunResult result = shell("git init -q -b main . && qormodel git-setup && "
-                                       "git add project.model .gitattributes && git commit -qm base");
+        const RunResult result = shell(
+            "git init -q -b main . && qormodel git-setup && "
+            "git add project.model .gitattributes && git commit -qm base");
         ASSERT_EQ(result.status, 0) << result.err;
         setUpOutput = result.out;
     }
@@ -34,11 +35,13 @@ protected:
     }
     // Changes the file on a branch of its own and on the main one, and merges.
     RunResult mergeOf(const std::string& there, const std::string& here) const {
-        return shell("exec 2>&1; set -e; git checkout -qb side; "
-                     "qormodel set --no-backup project.model " + there +
-                     " >/dev/null; git commit -qam side; git checkout -q main; "
-                     "qormodel set --no-backup project.model " + here +
-                     " >/dev/null; git commit -qam main; git merge -q -m merged side");
+        return shell(
+            "exec 2>&1; set -e; git checkout -qb side; "
+            "qormodel set --no-backup project.model " +
+            there +
+            " >/dev/null; git commit -qam side; git checkout -q main; "
+            "qormodel set --no-backup project.model " +
+            here + " >/dev/null; git commit -qam main; git merge -q -m merged side");
     }
 
     TemporaryFile folder{""};
@@ -109,7 +112,7 @@ TEST_F(RunGit, MergesTwoBranches) {
     EXPECT_EQ(result.status, 0) << result.out;
     EXPECT_EQ(get("/Scans/Count"), "3\n");
     EXPECT_EQ(get("/Scans/Box/Size"), "4\n");
-    EXPECT_EQ(shell("git status --short").out, "");
+    EXPECT_EQ(shell("git status --short -- 'project.model*'").out, "");
 }
 
 TEST_F(RunGit, LeavesAFileThatParsesInAConflict) {
@@ -121,16 +124,16 @@ TEST_F(RunGit, LeavesAFileThatParsesInAConflict) {
               std::string::npos)
         << result.out;
     EXPECT_EQ(get("/Scans/Count"), "4\n");
-    EXPECT_EQ(shell("git status --short").out,
+    EXPECT_EQ(shell("git status --short -- 'project.model*'").out,
               "UU project.model\n?? project.model.conflicts.json\n");
 }
 
 TEST_F(RunGit, MergesFilesThatBothBranchesAdded) {
-    const RunResult result =
-        shell("exec 2>&1; set -e; git checkout -qb side; qormodel new --name A x.model >/dev/null; "
-              "git add x.model; git commit -qm side; git checkout -q main; "
-              "qormodel new --name A x.model >/dev/null; git add x.model; git commit -qm main; "
-              "git merge -q -m merged side");
+    const RunResult result = shell(
+        "exec 2>&1; set -e; git checkout -qb side; qormodel new --name A x.model >/dev/null; "
+        "git add x.model; git commit -qm side; git checkout -q main; "
+        "qormodel new --name A x.model >/dev/null; git add x.model; git commit -qm main; "
+        "git merge -q -m merged side");
 
     EXPECT_EQ(result.status, 1) << result.out;  // the identifiers of the two roots differ
     EXPECT_EQ(shell("qormodel get x.model /Name").out, "A\n");

@@ -1,5 +1,7 @@
 #include "support/Trees.h"
 
+#include "support/Sample.h"
+
 #include "model/Elements.h"
 #include "model/ModelPath.h"
 #include "model/Values.h"
@@ -11,8 +13,7 @@
 namespace qormodel::testing {
 
 namespace {
-template <class T>
-void putValue(ac::AttrContainer& container, const std::string& name, T value) {
+template <class T> void putValue(ac::AttrContainer& container, const std::string& name, T value) {
     auto attribute = std::dynamic_pointer_cast<ac::Attr<T>>(container.getAttribute(name).lock());
     if (!attribute) {
         attribute = std::make_shared<ac::CustAttr<T>>(std::nullopt);
@@ -53,6 +54,26 @@ void put(ac::AttrContainer& container, const std::string& name, int value) {
 
 void put(ac::AttrContainer& container, const std::string& name, const std::string& value) {
     putValue(container, name, value);
+}
+
+std::string textWithoutRelation() {
+    const std::string relation =
+        "PostObserver \nObserverPath { \nPath \"/\"\nPriority 3\nAction \"Notify\"\n}\n";
+    std::string text = projectText;
+    return text.erase(text.find(relation), relation.size());
+}
+
+std::string textWithUnknown(const std::string& word) {
+    const auto container = [](const std::string& name) {
+        return "AttrContainer { \nAttr<String> { \nName \"Name\"\nValue \"" + name + "\"\n}\n}\n";
+    };
+    return modelText(container("Root") + "Child { \n\"Radar\" \"r\"\n" + word + " 5\n" +
+                     container("r") + "}\n");
+}
+
+std::uint64_t numRelations(const Document& document) {
+    const auto found = inqAttribute(document, "/Scans/Count");
+    return found ? found->attribute->getNumPostObservers() : 0;
 }
 
 std::string valueAt(const Document& document, const std::string& path) {

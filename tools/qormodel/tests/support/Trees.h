@@ -3,6 +3,7 @@
 
 #include "model/Document.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -20,6 +21,15 @@ std::shared_ptr<ac::AttrContainer> addField(ac::AttrContainer& holder, const std
 /// Adds or changes a number or a text.
 void put(ac::AttrContainer& container, const std::string& name, int value);
 void put(ac::AttrContainer& container, const std::string& name, const std::string& value);
+
+/// The text of the project without its relation.
+std::string textWithoutRelation();
+
+/// A text with an object "/r" of an unknown class that holds this word.
+std::string textWithUnknown(const std::string& word);
+
+/// How many relations the count of the project has.
+std::uint64_t numRelations(const Document& document);
 
 /// The value at a path as text; "none" where there is no attribute.
 std::string valueAt(const Document& document, const std::string& path);
