@@ -115,7 +115,7 @@ TEST(Check, FindsTwoInstancesOfOneNumber) {
     EXPECT_TRUE(
         finds(modelText("AttrContainer { \nSubContainer { \n\"AttrContainer\" \"F\"\n" + field +
                         "SubContainer { \n\"AttrContainer\" \"G\"\n" + field + "}\n"),
-              "problem reference 9 /G: has the number 7 of another instance"));
+              "problem reference 10 /G: has the number 7 of another instance"));
 }
 
 TEST(Check, FindsContentThatNoClassWrites) {

@@ -122,6 +122,32 @@ TEST(Outline, TakesBracesInTheTextsOfAMapForText) {
               "2 \"a } b\"=>\"c } d\" \"e\"=>\"{ \\\" }\"");
 }
 
+TEST(Outline, EndsNumbersAtABraceWithoutABlank) {
+    const std::string text =
+        modelText("AttrContainer { \nAttr<IntVector> { \nName \"L\"\nValue {1 2}\n}\n"
+                  "Attr<int> { \nName \"N\"\nValue 5}\nAttr<int> { \nName \"M\"\n}\n}\n");
+
+    const Outline outline = outlineOf(text);
+
+    EXPECT_FALSE(outline.broken);
+    const auto& attributes = outline.elements[0].attributes;
+    ASSERT_EQ(attributes.size(), 3u);
+    EXPECT_EQ(textAt(text, attributes[0].value), "{1 2}");
+    EXPECT_EQ(textAt(text, attributes[1].value), "5");
+}
+
+TEST(Outline, TakesAnIdentifierInBracesWhole) {
+    const std::string text =
+        modelText("AttrContainer { \nAttr<Uuid> { \nName \"U\"\n"
+                  "Value {00112233-4455-6677-8899-aabbccddeeff}\n}\n}\n");
+
+    const Outline outline = outlineOf(text);
+
+    EXPECT_FALSE(outline.broken);
+    EXPECT_EQ(textAt(text, outline.elements[0].attributes[0].value),
+              "{00112233-4455-6677-8899-aabbccddeeff}");
+}
+
 TEST(Outline, TakesKeywordsInATextForText) {
     const std::string text = modelText(
         "AttrContainer { \nAttr<String> { \nName \"T\"\nValue \"Child { \\\"Value\\\" }\"\n}\n}\n");

@@ -67,7 +67,7 @@ TEST(Relations, HaveNoTargetWhereTheirObserverIsNotThere) {
     ASSERT_EQ(relations.size(), 1u);
     EXPECT_EQ(relations[0].observer, "/Gone");
     EXPECT_EQ(relations[0].target, "");
-    EXPECT_EQ(relations[0].line, 10u);
+    EXPECT_EQ(relations[0].line, 11u);
 }
 
 TEST(Relations, TellAnActionThatIsNotKnown) {

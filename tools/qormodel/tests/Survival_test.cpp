@@ -55,7 +55,7 @@ TEST(Survival, ReportsInfinities) {
 
 TEST(Survival, ReportsFloatsThatAreRaised) {
     EXPECT_EQ(lossOfValue("SVec2df", "-1.5 2"),
-              Strings{"/Tested:6: \"-1.5\" would be \"1.1754944e-38\": a float is read as its "
+              Strings{"/Tested:6: \"-1.5\" would be \"1.175494351e-38\": a float is read as its "
                       "smallest normal value at least"});
 }
 

@@ -23,7 +23,9 @@ const CLI::App& commandOf(const CLI::App& program, const std::string& name) {
 
 void run(const Options& options, const CLI::App& program, Session& session) {
     if (options.asManPage) return session.output.add(manPageOf(program));
-    if (options.command.empty()) return session.output.add(program.help());
+    if (options.command.empty())  // its help() would explain the command that runs: this one
+        return session.output.add(program.get_formatter()->make_help(
+            &program, program.get_name(), CLI::AppFormatMode::Normal));
     // Under the name of the program, as its own --help shows it.
     session.output.add(commandOf(program, options.command).help(program.get_name()));
 }

@@ -40,7 +40,7 @@ public:
         checkRelations();
         checkSurvival();
         for (const auto& warning : document.warnings)
-            if (warning.code != ac::ErrorCode::ObjectNotCreated)  // told of each element already
+            if (!isToldOf(warning.code))
                 findings.push_back({Severity::Warning, "read", warning.place, warning.text});
         return std::move(findings);
     }
@@ -126,6 +126,11 @@ private:
                 findings.push_back({Severity::Problem, "relation", place,
                                     "the observer " + relation.observer + " is not there"});
         }
+    }
+
+    // Of unknown classes and of references that lead nowhere each element tells by itself.
+    static bool isToldOf(ac::ErrorCode code) {
+        return code == ac::ErrorCode::ObjectNotCreated || code == ac::ErrorCode::ElementSkipped;
     }
 
     void checkSurvival() {

@@ -54,15 +54,27 @@ void checkForm(const Document& document) {
                       "is no model file: expected a header text in quotes and a version");
 }
 
+// What the library read last. It passes the end of the blocks around a fault before it tells.
+Place placeBefore(const Document& document, std::uint64_t offset, std::uint64_t line) {
+    for (; offset > document.outline.bodyBegin; --offset) {
+        const std::string last = document.source->slice(offset - 1, offset);
+        if (last == "\n") --line;
+        else if (last != " " && last != "}") break;
+    }
+    return document.placeOf(document.outline.elementAt(offset == 0 ? 0 : offset - 1), line);
+}
+
 // A warning of the library comes when all is read; the outline knows the place of some.
 Warning warningOf(const Document& document, const LibraryError& error, const Place& end) {
     Warning warning{end, textOf(error), error.getCode()};
-    if (error.getCode() != ac::ErrorCode::ObjectNotCreated) return warning;
+    if (error.getCode() != ac::ErrorCode::ObjectNotCreated &&
+        error.getCode() != ac::ErrorCode::ElementSkipped)
+        return warning;
     const auto known = ac::FieldFactory::the()->getAllRegisteredFields();
     const std::set<std::string> classes(known.begin(), known.end());
     const auto& elements = document.outline.elements;
     const auto unknown = std::find_if(elements.begin() + 1, elements.end(), [&](const auto& each) {
-        return each.kind == ElementText::Kind::Child && !classes.contains(each.className);
+        return !classes.contains(each.className);
     });
     if (unknown != elements.end())
         warning.place = document.placeOf(static_cast<std::size_t>(unknown - elements.begin()),
@@ -87,11 +99,7 @@ void readBody(Document& document) {
     std::istream stream(&buffer);
     const auto context = std::make_shared<ac::ReadContextBase>();
     context->setReferenceDictionary(dictionaryOf(document.outline));
-    const auto place = [&] {
-        const std::uint64_t offset = buffer.getOffset();
-        return document.placeOf(document.outline.elementAt(offset == 0 ? 0 : offset - 1),
-                                buffer.getLine());
-    };
+    const auto place = [&] { return placeBefore(document, buffer.getOffset(), buffer.getLine()); };
     try {
         const auto error = document.root->readFrom(stream, context);
         if (error && !error->isWarning()) throw Failure(place(), textOf(*error));

@@ -3,6 +3,7 @@
 #include "outline/OutlineReader.h"
 
 #include <algorithm>
+#include <array>
 
 namespace qormodel {
 
@@ -26,6 +27,15 @@ std::size_t Outline::elementAt(std::uint64_t offset) const {
     auto index = static_cast<std::size_t>(behind - elements.begin()) - 1;
     while (index != 0 && elements[index].block.end <= offset) index = elements[index].parent;
     return index;
+}
+
+// Flags, identifiers and numbers of 8 bits are read as words, texts by their quotes.
+bool isOfNumbers(std::string_view type) {
+    static constexpr std::array<std::string_view, 12> others{
+        "Attr<bool>",        "Attr<BoolVector>", "Attr<int8_t>",    "Attr<uint8_t>",
+        "Attr<Int8Vector>",  "Attr<UInt8Vector>", "Attr<Uuid>",     "Attr<UuidSet>",
+        "Attr<UuidVector>",  "Attr<StringArray>", "Attr<StringSet>", "Attr<String>"};
+    return std::find(others.begin(), others.end(), type) == others.end();
 }
 
 Outline readOutline(const SourceFile& source) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace qormodel {
@@ -63,6 +64,10 @@ struct BrokenBlock {
     std::size_t element = 0;  ///< the innermost one around the place
     std::string text;
 };
+
+/// Whether the values of a type, such as "Attr<double>", are numbers behind which a brace counts
+/// also without a blank between.
+bool isOfNumbers(std::string_view type);
 
 /// The outline of one file.
 struct Outline {

@@ -141,6 +141,10 @@ void OutlineReader::handleOpen(const Token& token) {
     if (isIn(Block::Instances)) return open(Block::Instances, token);
     if (isIn(Block::Attribute) && name != "ObserverPath") {
         isWordPending = false;
+        if (attribute().type == "Attr<Uuid>") {  // a word, which may stand in braces
+            growValue(token);
+            return growValue(scanner.next());
+        }
         const std::uint64_t line = token.line;
         growValue(token);
         if (scanner.skipBlock().kind == Token::Kind::End)
@@ -179,6 +183,7 @@ void OutlineReader::handleClose(const Token& token) {
     if (isIn(Block::Element) && !frames.back().isWrapper) element().block.end = token.end;
     keyword.clear();
     frames.pop_back();
+    if (!isIn(Block::Attribute)) scanner.setBracesEndWords(false);
 }
 
 // A block of a kind that this program knows.
@@ -208,6 +213,7 @@ void OutlineReader::openAttribute(const Token& token) {
     AttributeText added;
     added.type = word.text;
     added.line = word.line;
+    scanner.setBracesEndWords(isOfNumbers(added.type));
     element().attributes.push_back(std::move(added));
     open(Block::Attribute, token);
     keyword.clear();

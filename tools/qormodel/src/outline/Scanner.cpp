@@ -86,7 +86,11 @@ void Scanner::skipSpace() {
 }
 
 void Scanner::skipWord() {
-    while (!isAtEnd() && !isSpace(chunk[at])) ++at;
+    while (!isAtEnd() && !isWordEnd(chunk[at])) ++at;
+}
+
+bool Scanner::isWordEnd(char character) const {
+    return isSpace(character) || (bracesEndWords && (character == '{' || character == '}'));
 }
 
 // Passes a chunk in which no brace and no quote is, as nearly all of a long list are.
@@ -126,7 +130,7 @@ void Scanner::start(Token::Kind kind) {
 // The arrow of a map's entry is a word of its own: the value behind it is a string, which may hold
 // blanks and braces.
 void Scanner::readWord() {
-    while (!isAtEnd() && !isSpace(chunk[at])) {
+    while (!isAtEnd() && !isWordEnd(chunk[at])) {
         if (chunk[at] == '"' && token.text == "=>") return;
         token.text += chunk[at++];
     }

@@ -23,7 +23,7 @@ struct Token {
 };
 
 /// Reads tokens by the rules of the library's own reader: a brace or a quote counts only where a
-/// word would begin. Needs memory for one token, whatever the size of the source.
+/// word would begin, unless `setBracesEndWords` says otherwise. Needs memory for one token, whatever the size of the source.
 class Scanner {
 public:
     /// \param progress is told how far the scanner is, where there is one. It and the source
@@ -40,11 +40,15 @@ public:
 
     std::uint64_t getOffset() const { return chunkBegin + at; }
 
+    /// Whether braces count within words too, as they do behind the number of a value.
+    void setBracesEndWords(bool value) { bracesEndWords = value; }
+
 private:
     bool fill();
     bool isAtEnd() { return at == got && !fill(); }
     void skipSpace();
     void skipWord();
+    bool isWordEnd(char character) const;
     bool skipPlainChunk();
     bool skipString();
     void start(Token::Kind kind);
@@ -60,6 +64,7 @@ private:
     bool isFresh = false;  // nobody has looked yet whether the chunk is plain
     std::uint64_t line;
     Progress* progress = nullptr;
+    bool bracesEndWords = false;
     Token token;
 };
 

@@ -20,8 +20,15 @@ using Kind = Token::Kind;
 
 constexpr std::size_t chunkSize = std::size_t{1} << 16;
 
-Scanner scannerOf(const SourceFile& source, const Slice& slice) {
-    return {source, slice.begin, slice.end, slice.line};
+Scanner scannerOf(const std::string& type, const SourceFile& source, const Slice& slice) {
+    Scanner scanner(source, slice.begin, slice.end, slice.line);
+    scanner.setBracesEndWords(isOfNumbers(type));
+    return scanner;
+}
+
+bool isSameUuid(const SourceFile& a, const Slice& first, const SourceFile& b, const Slice& second) {
+    const auto uuid = QOR::uuids::uuid::parse(a.slice(first.begin, first.end));
+    return uuid && uuid == QOR::uuids::uuid::parse(b.slice(second.begin, second.end));
 }
 
 bool isSameText(const SourceFile& a, const Slice& first, const SourceFile& b, const Slice& second) {
@@ -132,8 +139,10 @@ std::optional<ValueDifference> compareValues(const std::string& type, const Sour
                                "the value is not taken over"};
     }
     if (isSameText(before, beforeSlice, after, afterSlice)) return std::nullopt;
-    Scanner first = scannerOf(before, beforeSlice);
-    Scanner second = scannerOf(after, afterSlice);
+    if (type == "Attr<Uuid>" && isSameUuid(before, beforeSlice, after, afterSlice))
+        return std::nullopt;
+    Scanner first = scannerOf(type, before, beforeSlice);
+    Scanner second = scannerOf(type, after, afterSlice);
     while (true) {
         const Token& a = first.next();
         const Token& b = second.next();
@@ -144,7 +153,7 @@ std::optional<ValueDifference> compareValues(const std::string& type, const Sour
 }
 
 bool isDefaultText(const SourceFile& source, const Slice& slice) {
-    Scanner scanner = scannerOf(source, slice);
+    Scanner scanner = scannerOf("", source, slice);
     for (bool isInList = false;;) {
         const Token& token = scanner.next();
         switch (token.kind) {

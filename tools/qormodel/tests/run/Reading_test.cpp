@@ -248,11 +248,11 @@ TEST(RunGet, PrintsJsonWithPathsAndTypes) {
 }
 
 TEST(RunGet, KeepsAllDigitsOfANumber) {
-    const std::string text = valueModel("Attr<double>", "0.12345678901234567");
+    const std::string text = valueModel("Attr<double>", "0.12345678901234566");
 
-    EXPECT_EQ(outputOn(text, {"get", "file.model", "/Tested"}), "0.12345678901234568\n");
+    EXPECT_EQ(outputOn(text, {"get", "file.model", "/Tested"}), "0.12345678901234566\n");
     EXPECT_NE(
-        outputOn(text, {"get", "--json", "file.model", "/Tested"}).find("0.12345678901234568"),
+        outputOn(text, {"get", "--json", "file.model", "/Tested"}).find("0.12345678901234566"),
         std::string::npos);
 }
 
@@ -309,7 +309,7 @@ TEST(RunRelations, FindsCirclesAndExitsWithOne) {
     EXPECT_EQ(outputOn(watchers, {"relations", "--cycles", "file.model"}, 1), "/A -> /B -> /A\n");
     EXPECT_EQ(outputOn(projectText, {"relations", "--cycles", "file.model"}, 0), "");
     EXPECT_EQ(jsonOn(watchers, {"relations", "--cycles", "--json", "file.model"}, 1).at("cycles"),
-              (Json{{"/A", "/B"}}));
+              Json::array({Json::array({"/A", "/B"})}));
 }
 
 TEST(RunRelations, FindsWhatLeadsNowhereAndExitsWithOne) {
