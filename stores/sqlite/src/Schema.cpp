@@ -59,6 +59,14 @@ int readMarks(const Database& database, Marks& marks) {
     return result;
 }
 
+// All marks of one moment: another program may be making the store.
+int readMarksAtOnce(const Database& database, Marks& marks) {
+    int result = database.execute("BEGIN");
+    if (result == SQLITE_OK) result = readMarks(database, marks);
+    if (!database.isIdle()) database.execute("ROLLBACK");
+    return result;
+}
+
 std::string checkMarks(const Marks& marks) {
     if (marks.isNew()) return {};
     if (marks.mark != storeMark) return "the file is no key store";
@@ -94,7 +102,7 @@ int makeTables(const Database& database) {
 
 std::string prepareStore(const Database& database, std::int64_t& session) {
     Marks marks;
-    if (const int result = readMarks(database, marks); result != SQLITE_OK)
+    if (const int result = readMarksAtOnce(database, marks); result != SQLITE_OK)
         return reason(database, result);
     if (auto wrong = checkMarks(marks); !wrong.empty()) return wrong;
     if (database.isReadOnly()) return "the file cannot be written";

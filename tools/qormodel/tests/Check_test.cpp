@@ -133,6 +133,6 @@ TEST(Check, FindsAValueThatWouldNotComeBack) {
 TEST(Check, TellsWhatTheReaderWarnedOf) {
     EXPECT_TRUE(finds(modelText("AttrContainer { \nAttr<int> { \nName \"A\"\nPostObserver \n"
                                 "ObserverPath { \nPath \"/\"\nAction \"Dance\"\n}\n}\n}\n"),
-                      "warning read 13 /: a relation cannot be kept: expected the name of a known "
+                      "warning read 9 /: a relation cannot be kept: expected the name of a known "
                       "action"));
 }
