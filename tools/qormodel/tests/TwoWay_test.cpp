@@ -137,6 +137,17 @@ TEST(TwoWayMerge, NotesAValueThatAnObserverRefuses) {
     EXPECT_EQ(target.root->getName(), "Project");
 }
 
+TEST(TwoWayMerge, LeavesTwoSiblingsOfOneNameThatTheSourceHas) {
+    Document target = makeTarget();
+    Document source = makeTarget();
+    source.root->inqObject("/Scans/b")->name("a");
+
+    const auto result = mergeTwoWays(target, source, {});
+
+    EXPECT_TRUE(result.notes.empty());
+    EXPECT_EQ(target.root->inqObject("/Scans")->getChild(1)->getName(), "a");
+}
+
 TEST(TwoWayMerge, BringsTheRelationsOver) {
     LoadedText with(projectText);
     LoadedText bare(textWithoutRelation());

@@ -1,9 +1,9 @@
 #include "merge/Assembly.h"
 
 #include "Failure.h"
-#include "compare/FlatTree.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -54,16 +54,24 @@ public:
     // Names can also clash without a move: where one of two siblings got the name of the other.
     void makeNamesUnique() const {
         for (std::size_t i = 0; i < parts.size(); ++i) {
-            std::set<std::string> taken;
+            std::map<std::string, std::size_t> taken;
             for (const std::size_t child : children[i]) {
                 ac::AttrContainer& each = *parts[child].container;
                 const std::string name = each.getName();
-                if (taken.insert(foldedName(name)).second) continue;
+                const auto [other, isFree] = taken.emplace(foldedName(name), child);
+                if (isFree || isInherited(parts[other->second], parts[child])) continue;
                 each.name(parts[i].container->generateUniqueName(name));
-                taken.insert(foldedName(each.getName()));
+                taken.emplace(foldedName(each.getName()), child);
                 tell(parts[child], name);
             }
         }
+    }
+
+    // Whether one version has the two below one parent with one name.
+    static bool isInherited(const Part& a, const Part& b) {
+        for (std::size_t i = 0; i < a.homes.size(); ++i)
+            if (!a.homes[i].empty() && a.homes[i] == b.homes[i]) return true;
+        return false;
     }
 
     void placeChildren() {
@@ -98,10 +106,8 @@ private:
             const Part& part = parts[children[index][i]];
             const auto child = std::dynamic_pointer_cast<ac::Object>(part.container);
             if (const auto former = child->getParent()) former->rmChild(*child, 0);
-            const std::string name = child->getName();
-            if (!parent.addChild(child, ac::AddFlags::MakeNameUnique))
-                throw Failure(name + " cannot be added to " + parent.getName());
-            if (child->getName() != name) tell(part, name);
+            if (!parent.addChild(child, ac::AddFlags::SkipNameTest))
+                throw Failure(child->getName() + " cannot be added to " + parent.getName());
         }
     }
 
@@ -131,6 +137,10 @@ private:
     std::vector<std::vector<std::size_t>> fields;
 };
 }  // namespace
+
+std::string homeOf(const Node& node) {
+    return std::to_string(node.parent) + '/' + foldedName(node.slot);
+}
 
 void assemble(const std::vector<Part>& parts, bool withFields,
               const std::function<void(const Part&, const std::string&)>& tellRenamed) {

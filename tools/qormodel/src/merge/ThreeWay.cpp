@@ -7,6 +7,7 @@
 #include "merge/Structure.h"
 #include "merge/Versions.h"
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -87,11 +88,16 @@ private:
             partOf[i] = parts.size();
             const Node& node = placements[i].isFromTheirs ? versions.theirs.nodes[at(i).theirs]
                                                           : versions.ours.nodes[at(i).ours];
-            parts.push_back(
-                {node.element.container, placements[i].parent, node.element.isField, node.slot});
+            parts.push_back({node.element.container, placements[i].parent, node.element.isField,
+                             node.slot, homesOf(at(i))});
         }
         for (std::size_t i = 1; i < parts.size(); ++i) parts[i].parent = partOf[parts[i].parent];
         return parts;
+    }
+
+    std::array<std::string, 2> homesOf(const Entity& entity) const {
+        return {entity.isInOurs() ? homeOf(versions.ours.nodes[entity.ours]) : "",
+                entity.isInTheirs() ? homeOf(versions.theirs.nodes[entity.theirs]) : ""};
     }
 
     void mergeTitle() {

@@ -141,7 +141,11 @@ private:
         std::vector<std::size_t> ofTarget(target.nodes.size(), none);
         std::vector<std::size_t> ofSource(source.nodes.size(), none);
         const auto add = [&](const Node& node, std::size_t parent) {
-            parts.push_back({node.element.container, parent, node.element.isField, node.slot});
+            parts.push_back({node.element.container,
+                             parent,
+                             node.element.isField,
+                             node.slot,
+                             {homeOf(node), ""}});
             return parts.size() - 1;
         };
         if (isKeeping()) addTarget(ofTarget, add);
@@ -150,11 +154,13 @@ private:
             const std::size_t parent = i == 0 ? none : ofSource[source.nodes[i].parent];
             if (other != none && ofTarget[other] != none) {
                 ofSource[i] = ofTarget[other];
+                parts[ofSource[i]].homes[1] = homeOf(source.nodes[i]);
                 if (i > 0 && isWanted[i] && !source.nodes[i].element.isField)
                     moveTo(parts[ofSource[i]], parent);
             } else if (i == 0 || (parent != none && isWanted[i])) {
                 const Node& node = other != none ? target.nodes[other] : source.nodes[i];
                 ofSource[i] = add(node, parent);
+                parts.back().homes = {"", homeOf(source.nodes[i])};
                 if (other != none) countMove(i, other);
                 else if (!node.element.isField) ++result.numObjectsAdded;
             }

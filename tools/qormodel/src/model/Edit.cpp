@@ -52,6 +52,14 @@ std::shared_ptr<ac::Attribute> parsed(const ac::Attribute& attribute, const std:
                           ": expected " + expected);
     return draft;
 }
+
+// Whether the text would be the name of a second child; paths would lead to the first one alone.
+bool isNameTaken(const FoundAttribute& found, const std::string& text) {
+    const auto& object = found.element.object;
+    if (found.attribute->getToken() != 0 || !object || !object->getParent()) return false;
+    const auto other = object->getParent()->inqChild(text);
+    return other && other != object;
+}
 }  // namespace
 
 EditResult setValue(const Document& document, const std::string& path, const std::string& text,
@@ -63,6 +71,10 @@ EditResult setValue(const Document& document, const std::string& path, const std
     const auto attribute = found ? found->attribute : addAttribute(document, path, addType);
     const auto draft = parsed(*attribute, text, document, path);
     EditResult result{path, found ? valueText(*attribute) : "", "", !found, std::nullopt};
+    if (found && isNameTaken(*found, text)) {
+        result.refusal = "another child of the same parent has the name \"" + text + '"';
+        return result;
+    }
     *attribute = *draft;
     result.after = valueText(*attribute);
     if (*attribute != *draft)

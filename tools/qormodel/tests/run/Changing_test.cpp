@@ -133,6 +133,15 @@ TEST_F(RunSet, WritesNothingWhereAnObserverRefusesOneOfTheChanges) {
     EXPECT_FALSE(isThere("project.model~"));
 }
 
+TEST_F(RunSet, RefusesTheNameOfASibling) {
+    put("a.csv", "1,2,3\n");
+    run({"new", "hall.model", "--scan", "a.csv", "--scan", "a.csv"});
+
+    expect({"set", "hall.model", "/Scans/a1/Name=A"}, 1, "",
+           "qormodel: hall.model: /Scans/a1/Name: another child of the same parent has the name "
+           "\"A\"\nqormodel: hall.model: /: nothing is written\n");
+}
+
 TEST_F(RunSet, TellsOfTheRelationsThatGoWithAnObject) {
     std::string text = projectText;
     text.replace(text.find("Path \"/\""), 8, "Path \"/Scans/First\"");
