@@ -13,8 +13,9 @@ namespace qormodel {
 
 /// Brings into `ours` what `theirs` changed, added or removed against `base`, attribute by
 /// attribute. What both changed in different ways is a conflict: without `preferred` ours stands
-/// and `conflicts` gets an entry. No observer is asked or told. \param base null where the element
-/// is new on both sides. \return how many attributes changed
+/// and `conflicts` gets an entry. No observer is asked or told.
+/// \param base null where the element is new on both sides.
+/// \return how many attributes changed
 std::uint64_t mergeAttributes(const Node* base, const Node& ours, const Node& theirs,
                               std::optional<Side> preferred, std::vector<Conflict>& conflicts);
 
