@@ -87,7 +87,8 @@ void OutlineReader::readBody() {
 }
 
 void OutlineReader::handle(const Token& token) {
-    if (token.isCut) return breakOff(token.line, "the string that begins here has no closing quote");
+    if (token.isCut)
+        return breakOff(token.line, "the string that begins here has no closing quote");
     switch (token.kind) {
         case Token::Kind::Word: return handleWord(token);
         case Token::Kind::String: return handleString(token);

@@ -23,7 +23,8 @@ struct Token {
 };
 
 /// Reads tokens by the rules of the library's own reader: a brace or a quote counts only where a
-/// word would begin, unless `setBracesEndWords` says otherwise. Needs memory for one token, whatever the size of the source.
+/// word would begin, unless `setBracesEndWords` says otherwise. Needs memory for one token, whatever
+/// the size of the source.
 class Scanner {
 public:
     /// \param progress is told how far the scanner is, where there is one. It and the source

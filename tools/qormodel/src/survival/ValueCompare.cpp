@@ -34,7 +34,8 @@ bool isSameUuid(const SourceFile& a, const Slice& first, const SourceFile& b, co
 bool isSameText(const SourceFile& a, const Slice& first, const SourceFile& b, const Slice& second) {
     if (first.end - first.begin != second.end - second.begin) return false;
     for (std::uint64_t done = 0; done < first.end - first.begin; done += chunkSize) {
-        const std::uint64_t count = std::min<std::uint64_t>(chunkSize, first.end - first.begin - done);
+        const std::uint64_t left = first.end - first.begin - done;
+        const std::uint64_t count = std::min<std::uint64_t>(chunkSize, left);
         if (a.slice(first.begin + done, first.begin + done + count) !=
             b.slice(second.begin + done, second.begin + done + count))
             return false;
@@ -62,8 +63,8 @@ std::optional<Integer> integerOf(std::string_view text) {
 }
 
 bool isOfFloats(std::string_view type) {
-    return type.find("df>") != std::string_view::npos || type.find("3df") != std::string_view::npos ||
-           type.find("2df") != std::string_view::npos;
+    constexpr auto none = std::string_view::npos;
+    return type.find("df>") != none || type.find("3df") != none || type.find("2df") != none;
 }
 
 bool isSameNumber(std::string_view type, std::string_view a, std::string_view b) {
