@@ -23,13 +23,17 @@ std::atomic<std::size_t> inUse{0};
 std::atomic<std::size_t> mostInUse{0};
 }  // namespace
 
-void* operator new(std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     void* const memory = std::malloc(size);
-    if (!memory) throw std::bad_alloc();
+    if (!memory) return nullptr;
     const std::size_t now = inUse += malloc_usable_size(memory);
     for (std::size_t most = mostInUse; now > most && !mostInUse.compare_exchange_weak(most, now);) {
     }
     return memory;
+}
+void* operator new(std::size_t size) {
+    if (void* const memory = operator new(size, std::nothrow)) return memory;
+    throw std::bad_alloc();
 }
 // Where these are inlined, compilers take the free for one that does not fit its allocation.
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
