@@ -46,4 +46,8 @@ function(qor_set_warnings target)
     target_compile_options(${target} PRIVATE
       -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread)
   endif()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND QOR_SANITIZE)
+    # The code of the sanitizers keeps gcc from seeing what is set, in std::function for one.
+    target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+  endif()
 endfunction()
