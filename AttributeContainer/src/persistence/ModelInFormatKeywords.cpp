@@ -40,18 +40,6 @@ std::ios_base::iostate readWord(std::streambuf& buffer, std::string& word) {
     return isEnd(next) ? std::ios_base::eofbit : std::ios_base::goodbit;
 }
 
-// To be called where an exception of the buffer was caught: the stream becomes bad, and the
-// exception goes on only if the stream was asked to throw, as with the stream's own operations.
-void takeAsBad(std::istream& stream) {
-    const bool goesOn = (stream.exceptions() & std::ios_base::badbit) != 0;
-    try {
-        stream.setstate(std::ios_base::badbit);
-    } catch (const std::ios_base::failure&) {
-        // The first exception tells more than this one.
-    }
-    if (goesOn) throw;
-}
-
 }  // namespace
 
 // Straight from the buffer: every word of a model passes here, and the stream's own way looks at

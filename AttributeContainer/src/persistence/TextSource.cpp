@@ -3,6 +3,8 @@
 #include "persistence/NumberText.h"
 #include "persistence/PlainDecimal.h"
 
+#include <QOR/Text.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -189,12 +191,7 @@ int TextSource::ended() {
 }
 
 int TextSource::broken() {
-    try {
-        stream.setstate(std::ios::badbit);
-    } catch (const std::ios::failure&) {
-        // What the buffer threw says more.
-    }
-    if ((stream.exceptions() & std::ios::badbit) != 0) throw;
+    takeAsBad(stream);
     return endOfInput;
 }
 
