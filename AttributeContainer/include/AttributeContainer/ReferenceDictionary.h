@@ -23,8 +23,15 @@ class WriteContextBase;
 /// The keys are declared first, from the `SharedInstanceCollection` of the stream, then each is
 /// registered when its container has been made. Holds the containers that it knows. A look-up
 /// costs the logarithm of the number of keys. One thread at a time.
+///
+/// Fields that share fields that share fields double a tree with every level, and whatever walks it
+/// afterwards, a write without sharing for one, meets each of them as often as it stands there.
+/// The references of one stream therefore bring in at most `maxReferredContainers`, each counted
+/// with all that is below it; the ones after that are skipped.
 class QOR_API ReferenceDictionary {
 public:
+    static constexpr std::uint64_t maxReferredContainers = 10'000'000;
+
     static const std::string& getStaticClassName();
     virtual const std::string& getClassName() const;
 
@@ -54,12 +61,13 @@ public:
                                             std::shared_ptr<const ReadContextBase> context);
 
 private:
-    friend class OpenContainer;  // refuses references that would close a ring or lie too deep
+    friend class OpenContainer;  // refuses references to what a tree cannot take in
 
     // What references lead to, as found when they were read.
     struct TargetPart {
         std::weak_ptr<const ObservingObject> container;  // tells it from a later one in its place
         unsigned height = 0;                             // the levels of containers below it
+        std::uint64_t extent = 1;  // it and what is below, shared ones as often as they stand there
     };
 
     /// Notes a target of a reference with all that is below it.
@@ -67,6 +75,8 @@ private:
     bool noteTarget(const AttrContainer& target);
     /// Null for a container that is no part of a target.
     const TargetPart* inqTargetPart(const AttrContainer& container) const;
+    /// Counts one more reference to the target. \return false if that would be too much for a tree
+    bool takeIn(const TargetPart& target);
 
     struct Entry {
         std::uint64_t key;
@@ -77,6 +87,7 @@ private:
 
     std::vector<Entry> entries;  // sorted by key
     std::unordered_map<const AttrContainer*, TargetPart> targetParts;
+    std::uint64_t referredContainers = 0;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -28,6 +28,7 @@ bool OpenContainer::acceptsReference(const AttrContainer& target, const ReadCont
     const bool isAnyNew = dictionary.noteTarget(target);
     const auto* const part = dictionary.inqTargetPart(target);
     if (part && innermost->depth + part->height > context.getMaxDepth()) return false;
+    if (part && !dictionary.takeIn(*part)) return false;
     if (!isAnyNew) return true;
     // What is being read was opened before its place in the target was known.
     const OpenContainer* outermostPart = nullptr;

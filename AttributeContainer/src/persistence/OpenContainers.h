@@ -11,7 +11,8 @@ class AttrContainer;
 ///
 /// A stream can put a reference to a container that it declared into another one. One that would
 /// close a ring of containers is refused, since a ring can neither be walked nor be destroyed, and
-/// so is one that would nest containers deeper than blocks may be.
+/// so is one that would nest containers deeper than blocks may be, or bring in more of them than
+/// the dictionary takes.
 class OpenContainer {
 public:
     OpenContainer(const AttrContainer& container, const ReadContextBase& context);

@@ -20,7 +20,13 @@ struct TargetWalk {
 
     const AttrContainer* container;
     std::vector<const AttrContainer*> partsLeft;
-    unsigned height = 0;  // as far as the parts have been seen
+    unsigned height = 0;  // as far as the parts have been seen, as is the next
+    std::uint64_t extent = 1;
+
+    void addPart(unsigned partHeight, std::uint64_t partExtent) {
+        height = std::max(height, partHeight + 1);
+        extent = std::min(extent + partExtent, ReferenceDictionary::maxReferredContainers + 1);
+    }
 };
 }  // namespace
 
@@ -63,6 +69,7 @@ bool ReferenceDictionary::unregisterReference(std::uint64_t key) {
 
 void ReferenceDictionary::initializeFromVector(std::vector<std::uint64_t>& keys) {
     targetParts.clear();
+    referredContainers = 0;
     std::ranges::sort(keys);
     entries.clear();
     entries.reserve(keys.size());
@@ -83,15 +90,22 @@ bool ReferenceDictionary::noteTarget(const AttrContainer& target) {
             const AttrContainer& part = *place.partsLeft.back();
             place.partsLeft.pop_back();
             const TargetPart* const noted = inqTargetPart(part);
-            if (noted) place.height = std::max(place.height, noted->height + 1);
+            if (noted) place.addPart(noted->height, noted->extent);
             else enter(part);
             continue;
         }
-        const unsigned height = place.height;
-        targetParts[place.container].height = height;
+        TargetPart& seen = targetParts[place.container];
+        seen.height = place.height;
+        seen.extent = place.extent;
         walk.pop_back();
-        if (!walk.empty()) walk.back().height = std::max(walk.back().height, height + 1);
+        if (!walk.empty()) walk.back().addPart(seen.height, seen.extent);
     }
+    return true;
+}
+
+bool ReferenceDictionary::takeIn(const TargetPart& target) {
+    if (target.extent > maxReferredContainers - referredContainers) return false;
+    referredContainers += target.extent;
     return true;
 }
 
