@@ -27,12 +27,13 @@ struct AttrContComparerKeepDiffsTest : testing::Test {
     AttrContComparerKeepDiffs comparer;
 };
 
-// A field that has the name of its slot.
-std::shared_ptr<AttrContainer> addField(AttrContainer& container, const std::string& name) {
-    const auto field = addNamedField(container, name);
-    field->name(name);
-    return field;
-}
+// Lets a test take a walk in steps.
+class Stepper : public AttrContComparerKeepDiffs {
+public:
+    using AttrContComparerKeepDiffs::enterField;
+    using AttrContComparerKeepDiffs::exitField;
+    using AttrContComparerKeepDiffs::handleAttributes;
+};
 
 }  // namespace
 
@@ -142,4 +143,22 @@ TEST_F(AttrContComparerKeepDiffsTest, GivesItsMismatchesToACopy) {
     EXPECT_EQ(copy.getMismatch(0), "Gain");
     EXPECT_EQ(assigned.getMismatch(0), "Gain");
     EXPECT_EQ(comparer.getNumMismatches(), 0u);
+}
+
+TEST_F(AttrContComparerKeepDiffsTest, GivesACopyThePathThatItHasReached) {
+    const auto gain = addCustom(*first, "Gain", 1);
+    const auto lens = addField(*first, "Lens");
+    const Stepper walking;
+    walking.enterField(*lens);
+    const Stepper copy(walking);
+    Stepper assigned;
+    assigned = walking;
+    for (const Stepper* comparer : {&copy, &std::as_const(assigned)}) {
+        comparer->handleAttributes(gain.get(), nullptr);
+        comparer->exitField(*lens);
+        comparer->handleAttributes(nullptr, gain.get());
+        EXPECT_EQ(comparer->getMismatch(0), "Lens/Gain");
+        EXPECT_EQ(comparer->getMismatch(1), "Gain");
+    }
+    EXPECT_EQ(walking.getNumMismatches(), 0u);
 }

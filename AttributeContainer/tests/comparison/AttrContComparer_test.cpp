@@ -1,6 +1,7 @@
 #include <AttributeContainer/AttrContComparer.h>
 
 #include "support/Containers.h"
+#include "support/HoledContainer.h"
 #include "support/RecordingComparer.h"
 #include "support/Trees.h"
 
@@ -138,6 +139,43 @@ TEST_F(AttrContComparerTest, TakesAPairInForTheCategoryOfTheFirst) {
     const auto mark = Mark::create();
     addCustom(*second, "Height", 2.0);  // token 1, while that of the first is 2
     EXPECT_EQ(AttrContComparer(AttrDefinition::domain, onlyInFirst).compare(*mark, *second), 1u);
+}
+
+// At token 2 the second one has nothing, and what has no row counts as a custom attribute.
+TEST_F(AttrContComparerTest, TakesAPairInForTheCategoryOfAPlaceThatTheSecondDoesNotHave) {
+    const auto mark = Mark::create();
+    addCustom(*second, "Height", 2.0);  // token 1, while that of the first is 2
+    EXPECT_EQ(AttrContComparer(AttrDefinition::custom, onlyInFirst).compare(*mark, *second), 1u);
+}
+
+// The second one knows it by its first name alone, so the second name has found no counterpart.
+TEST_F(AttrContComparerTest, CountsAnAttributeOfTheSecondThatStandsThereUnderTwoNames) {
+    addCustom(*first, "A", 1);
+    addCustom(*first, "B", 1);
+    second->addAttribute(addCustom(*second, "A", 1), "B");
+    const RecordingComparer comparer;
+    EXPECT_EQ(comparer.compare(*first, *second), 1u);
+    EXPECT_EQ(comparer.calls, (Names{"|A"}));
+    EXPECT_EQ(compare(onlyInSecond), 0u);
+}
+
+TEST_F(AttrContComparerTest, PassesOverADeclaredAttributeThatIsNotThere) {
+    const auto a = Holed::make();
+    const auto b = Holed::make();
+    addCustom(*a, "Gain", 1);
+    addCustom(*b, "Gain", 1);
+    first->name("Holed");
+    addCustom(*first, "Gain", 1);
+    for (int mode = 0; mode < 8; ++mode) {
+        const AttrContComparer comparer(-1, mode);
+        EXPECT_EQ(comparer.compare(*a, *b), 0u) << mode;
+        EXPECT_EQ(comparer.compare(*a, *first), 0u) << mode;
+        EXPECT_EQ(comparer.compare(*first, *a), 0u) << mode;
+    }
+    second->addField(a, "Lens", 0);
+    first->rmAttribute("Gain");
+    first->name("AttrContainer");
+    EXPECT_EQ(compare(), 2u);  // "Name" and "Gain" of the field
 }
 
 TEST_F(AttrContComparerTest, DoesNotLookAtTheChildrenOfObjects) {

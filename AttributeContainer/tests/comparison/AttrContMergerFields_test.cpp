@@ -73,6 +73,44 @@ TEST_F(AttrContMergerFields, WhoseNameIsTakenByAnAttributeArriveUnderAnother) {
     EXPECT_NE(target->getFieldName(0), "Lens");
 }
 
+// The source has two elements of one name. Under its new name the field has no counterpart there.
+TEST_F(AttrContMergerFields, ThatArriveUnderAnotherNameGoAgainUnlessFlagTwoIsSet) {
+    addCustom(*source, "Lens", 1);
+    source->addField(AttrContainer::create(), "Lens", AddFlags::SkipNameTest);
+    EXPECT_EQ(merge(), (Counters{.unchanged = 1,
+                                 .attributesAdded = 1,
+                                 .fieldsAdded = 1,
+                                 .fieldsRemoved = 1}));
+    EXPECT_EQ(target->getNumFields(), 0u);
+    EXPECT_EQ(merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE),
+              (Counters{.unchanged = 2, .fieldsAdded = 1}));
+    EXPECT_EQ(target->getNumFields(), 1u);
+}
+
+TEST_F(AttrContMergerFields, AreMergedWithTheFlagsOfTheWholeMerge) {
+    const auto to = addNamedField(*target, "Lens");
+    const auto from = addNamedField(*source, "Lens");
+    const auto gain = addCustom(*to, "Gain", 1);
+    const auto width = addCustom(*to, "Width", 1);
+    addCustom(*to, "Kept", 1);
+    addNamedField(*to, "Hood");
+    addCustom(*from, "Gain", 2)->setMarked(true);
+    addCustom(*from, "Width", 2);
+    EXPECT_EQ(merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE |
+                    AttrContMerger::CONSIDER_ONLY_MARKED |
+                    AttrContMerger::MARK_CHANGED_WITH_AUXILIARY),
+              (Counters{.changed = 1}));
+    EXPECT_EQ(gain->get(), 2);
+    EXPECT_TRUE(gain->isMarked());
+    EXPECT_EQ(width->get(), 1);
+    EXPECT_EQ(merge(), (Counters{.changed = 1,
+                                 .unchanged = 3,
+                                 .attributesRemoved = 1,
+                                 .fieldsRemoved = 1}));
+    EXPECT_EQ(width->get(), 2);
+    EXPECT_FALSE(width->isMarked());
+}
+
 TEST_F(AttrContMergerFields, OfTheTargetAloneAreRemoved) {
     addNamedField(*target, "Lens");
     EXPECT_EQ(merge(), (Counters{.unchanged = 1, .fieldsRemoved = 1}));

@@ -140,6 +140,24 @@ TEST_F(AttrContMergerObservers, OfAnAttributeThatWasReachedTwiceAreToldTwice) {
     EXPECT_EQ(ofWidth->told, 2);
 }
 
+TEST_F(AttrContMergerObservers, OfAnAttributeUnderTwoNamesAreToldTwice) {
+    target->addAttribute(same, "SameToo");
+    addCustom(*source, "SameToo", 1);
+    merge(after);
+    EXPECT_EQ(ofSame->told, 2);
+    merge(0);
+    EXPECT_EQ(ofSame->told, 4);
+}
+
+// The assignment ends at the refusal; that the merge was here is told all the same.
+TEST_F(AttrContMergerObservers, HearOnceOfAnAssignmentThatWasRefused) {
+    const auto refuser = watch<Refuser>(*gain);
+    merge(0);
+    EXPECT_EQ(gain->get(), 1);
+    EXPECT_EQ(refuser->asked, 1);
+    EXPECT_EQ(refuser->told, 1);
+}
+
 TEST_F(AttrContMergerObservers, MayEndAnAttributeWhoseTurnIsToCome) {
     std::weak_ptr<Attribute> ending = gain;
     gain.reset();

@@ -159,6 +159,38 @@ TEST(AttrCopyVisitor, AsksAndTellsTheObserversOfTheTarget) {
     EXPECT_EQ(observer->told, 1);
 }
 
+TEST(AttrCopyVisitor, DoesNotMindARefusalUnlessTheTargetIsAText) {
+    const auto source = AttrContainer::create();
+    const auto target = AttrContainer::create();
+    addCustom(*source, "Gain", 5);
+    addCustom(*source, "Note", 6);
+    const auto gain = addCustom(*target, "Gain", 1);
+    const auto note = addCustom<std::string>(*target, "Note", "old");
+    const auto ofGain = watch<Refuser>(*gain);
+    const auto ofNote = watch<Refuser>(*note);
+    copyInto(*source, *target);
+    EXPECT_EQ(gain->get(), 5);
+    EXPECT_EQ(ofGain->asked, 1);
+    EXPECT_EQ(note->get(), "old");
+    EXPECT_EQ(ofNote->asked, 1);
+    EXPECT_EQ(ofNote->told, 0);
+}
+
+TEST(AttrCopyVisitor, LeavesTheNameOfTheTargetWhereThatOfTheSourceIsInvalid) {
+    const auto source = AttrContainer::create();
+    const auto target = AttrContainer::create();
+    target->name("target");
+    source->name("source");
+    copyInto(*source, *target);
+    EXPECT_EQ(target->name(), "source");
+    {
+        const BlockObserver noGuard;
+        source->name("no name");
+    }
+    copyInto(*source, *target);
+    EXPECT_EQ(target->name(), "source");
+}
+
 TEST(AttrCopyVisitor, CanWalkSeveralTimes) {
     const auto target = makeChain(1);
     AttrCopyVisitor visitor(*target, allLevels);

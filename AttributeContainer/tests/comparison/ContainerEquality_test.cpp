@@ -1,6 +1,7 @@
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/Containers.h"
+#include "support/HoledContainer.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
@@ -121,6 +122,16 @@ TEST_F(ContainerEquality, CountsWhatTheOtherLacksAsDiffering) {
     all.all = true;
     EXPECT_EQ(differing(), (Tokens{4}));
     EXPECT_FALSE(a->isEqualTo(*b, nullptr, &all));
+}
+
+TEST_F(ContainerEquality, CountsADeclaredAttributeThatIsNotThereAsDiffering) {
+    const auto holed = Holed::make();
+    const auto other = Holed::make();
+    EXPECT_TRUE(holed->isEqualTo(*holed, nullptr, nullptr));
+    EXPECT_FALSE(holed->isEqualTo(*other, nullptr, nullptr));
+    Tokens tokens;
+    EXPECT_FALSE(holed->isEqualTo(*other, &tokens, nullptr));
+    EXPECT_EQ(tokens, (Tokens{1}));
 }
 
 TEST_F(ContainerEquality, LooksAtTheIncludedTokensAlone) {

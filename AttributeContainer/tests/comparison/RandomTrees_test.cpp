@@ -17,8 +17,6 @@ using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 std::shared_ptr<const Attribute> attributeAt(const AttrContainer& container, std::uint64_t token) {
     return container.getAttribute(token).lock();
 }
