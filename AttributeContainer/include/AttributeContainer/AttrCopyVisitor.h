@@ -11,10 +11,10 @@
 
 namespace QOR::AttributeContainer {
 
-/// Copies through text, so that values of unlike types convert, each as a change with no initiator
-/// that a pre-observer is asked about but cannot refuse. Elements are paired by token; what has no
-/// counterpart is left out. The target must outlive the walk; after one, the visitor keeps hold of
-/// the containers that it met last.
+/// Copies through text, so that values of unlike types convert, each as a change with no initiator.
+/// Pre-observers are asked, but a refusal counts where the target is a text, as names are, and
+/// nowhere else. Elements are paired by token; what has no counterpart is left out. The target must
+/// outlive the walk; after one, the visitor keeps hold of the containers that it met last.
 class QOR_API AttrCopyVisitor : public AttributeVisitor {
 public:
     /// Copies from the container on which the walk begins into `target`, and their fields into each

@@ -56,7 +56,7 @@ TEST_F(AttrContMergerFields, ThatAreMissingArriveWhateverIsMarked) {
 }
 
 TEST_F(AttrContMergerFields, ThatArriveAreNotMarkedWithFlagEight) {
-    addCustom(*addNamedField(*source, "Lens"), "Gain", 1);
+    addCustom(*addNamedField(*source, "Lens"), "Gain", 1)->setMarked(true);
     merge(AttrContMerger::MARK_CHANGED_WITH_AUXILIARY);
     const auto added = target->getField("Lens").lock();
     ASSERT_TRUE(added);
