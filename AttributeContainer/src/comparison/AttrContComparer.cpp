@@ -10,11 +10,13 @@ namespace QOR::AttributeContainer {
 
 namespace {
 // The token by which a container knows an attribute that it has found by name: one that was added
-// under two names is known by the first of them. A class declares each of its attributes once.
-std::uint64_t tokenOf(const Attribute& attribute, std::uint64_t found,
+// under two names is known by the first of them. A class declares each of its attributes once, and
+// what nobody holds beside its slot and the caller has no second slot.
+std::uint64_t tokenOf(const std::shared_ptr<const Attribute>& attribute, std::uint64_t found,
                       const AttrContainer& container) {
-    const bool isDeclared = found < container.getNumHardCodedAttributes();
-    return isDeclared ? found : container.getAttrToken(attribute);
+    const bool isThereOnce =
+        attribute.use_count() <= 2 || found < container.getNumHardCodedAttributes();
+    return isThereOnce ? found : container.getAttrToken(*attribute);
 }
 }  // namespace
 
@@ -89,7 +91,7 @@ std::uint64_t AttrContComparer::compareAttributes(const AttrContainer& first,
                 numDifferences += handleAttributes(a.get(), nullptr);
             continue;
         }
-        matched.insert(tokenOf(*b, counterpart, second));
+        matched.insert(tokenOf(b, counterpart, second));
         // The second one's category is that of its attribute at the same token, which is another
         // than `b` where the two are of unlike shape: what has ever been counted stays so.
         if (!isActive(first, token) && !isActive(second, token)) continue;

@@ -77,10 +77,9 @@ TEST_F(AttrContMergerFields, WhoseNameIsTakenByAnAttributeArriveUnderAnother) {
 TEST_F(AttrContMergerFields, ThatArriveUnderAnotherNameGoAgainUnlessFlagTwoIsSet) {
     addCustom(*source, "Lens", 1);
     source->addField(AttrContainer::create(), "Lens", AddFlags::SkipNameTest);
-    EXPECT_EQ(merge(), (Counters{.unchanged = 1,
-                                 .attributesAdded = 1,
-                                 .fieldsAdded = 1,
-                                 .fieldsRemoved = 1}));
+    EXPECT_EQ(
+        merge(),
+        (Counters{.unchanged = 1, .attributesAdded = 1, .fieldsAdded = 1, .fieldsRemoved = 1}));
     EXPECT_EQ(target->getNumFields(), 0u);
     EXPECT_EQ(merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE),
               (Counters{.unchanged = 2, .fieldsAdded = 1}));
@@ -96,17 +95,15 @@ TEST_F(AttrContMergerFields, AreMergedWithTheFlagsOfTheWholeMerge) {
     addNamedField(*to, "Hood");
     addCustom(*from, "Gain", 2)->setMarked(true);
     addCustom(*from, "Width", 2);
-    EXPECT_EQ(merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE |
-                    AttrContMerger::CONSIDER_ONLY_MARKED |
-                    AttrContMerger::MARK_CHANGED_WITH_AUXILIARY),
-              (Counters{.changed = 1}));
+    EXPECT_EQ(
+        merge(AttrContMerger::KEEP_NON_EXISTENT_IN_SOURCE | AttrContMerger::CONSIDER_ONLY_MARKED |
+              AttrContMerger::MARK_CHANGED_WITH_AUXILIARY),
+        (Counters{.changed = 1}));
     EXPECT_EQ(gain->get(), 2);
     EXPECT_TRUE(gain->isMarked());
     EXPECT_EQ(width->get(), 1);
-    EXPECT_EQ(merge(), (Counters{.changed = 1,
-                                 .unchanged = 3,
-                                 .attributesRemoved = 1,
-                                 .fieldsRemoved = 1}));
+    EXPECT_EQ(merge(),
+              (Counters{.changed = 1, .unchanged = 3, .attributesRemoved = 1, .fieldsRemoved = 1}));
     EXPECT_EQ(width->get(), 2);
     EXPECT_FALSE(width->isMarked());
 }

@@ -17,8 +17,7 @@ using namespace QOR::AttributeContainer::Testing;
 namespace {
 
 // An attribute "Gain" of type `To` in the target, which takes over one of type `From`.
-template <class To, class From>
-struct GainPair {
+template <class To, class From> struct GainPair {
     GainPair(const To& to, const From& from) {
         gain = addCustom(*target, "Gain", to);
         addCustom(*source, "Gain", from);

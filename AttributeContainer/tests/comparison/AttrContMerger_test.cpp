@@ -160,8 +160,7 @@ TEST_F(AttrContMergerTest, CountsAndMarksTheSameWhoeverIsToldAndWhen) {
         const auto gain = addCustom(*target, "Gain", 1);
         addCustom(*target, "Gone", 1);
         addNamedField(*target, "Hood");
-        EXPECT_EQ(merge(flags | Merger::MARK_CHANGED_WITH_AUXILIARY),
-                  (Counters{1, 1, 1, 1, 1, 1}))
+        EXPECT_EQ(merge(flags | Merger::MARK_CHANGED_WITH_AUXILIARY), (Counters{1, 1, 1, 1, 1, 1}))
             << flags;
         EXPECT_TRUE(gain->isMarked()) << flags;
         EXPECT_TRUE(target->getAttribute("Added").lock()->isMarked()) << flags;

@@ -116,6 +116,19 @@ TEST(AttrCopyVisitor, PairsByTokenWhateverTheNames) {
     EXPECT_EQ(other->get(), 1);
 }
 
+TEST(AttrCopyVisitor, PairsDeclaredAttributesWithAddedOnesOfTheSameToken) {
+    const auto plain = AttrContainer::create();
+    const auto mark = Mark::create();
+    addCustom(*plain, "Gain", 5);  // token 1, as "Label" is
+    copyInto(*plain, *mark);
+    EXPECT_EQ(mark->Label(), "5");
+    EXPECT_EQ(mark->Height(), 1.75);
+
+    mark->Label("6");
+    copyInto(*mark, *plain);
+    EXPECT_EQ(gainOf(*plain), 6);
+}
+
 TEST(AttrCopyVisitor, FindsDeclaredAndCustomAttributes) {
     const auto source = Mark::create();
     const auto target = Mark::create();
