@@ -6,6 +6,7 @@
 
 #include "persistence/TextSource.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -21,16 +22,36 @@ bool isBrace(int character) {
     return character == ModelFormat::START_OF_BLOCK || character == ModelFormat::END_OF_BLOCK;
 }
 
-// Takes the quoted text that begins with the quote `character`. A quote behind a backslash does not
-// end it, unless that backslash is itself an escaped one.
-void takeQuoted(TextSource& source, int character, std::string& text) {
-    const int quote = character;
-    bool isEscaped = true;  // the opening quote ends nothing
-    for (; character != TextSource::endOfInput; character = source.next()) {
-        text += static_cast<char>(character);
-        if (character == quote && !isEscaped) return source.drop();
+// Follows a quoted text from its opening quote on. A quote behind a backslash does not end it, unless
+// that backslash is itself an escaped one.
+class QuotedText {
+public:
+    bool endsAt(int character) {
+        const bool isEnd = character == getStringEnd<char>() && !isEscaped;
         isEscaped = !isEscaped && character == '\\';
+        return isEnd;
     }
+
+private:
+    bool isEscaped = true;  // the opening quote ends nothing
+};
+
+// Takes what is left of a quoted text.
+void takeQuoted(TextSource& source, QuotedText quoted, std::string& text) {
+    for (int character = source.peek(); character != TextSource::endOfInput;
+         character = source.next()) {
+        text += static_cast<char>(character);
+        if (quoted.endsAt(character)) return source.drop();
+    }
+}
+
+// Takes the rest of a quoted text that begins the block: the word that was taken of it ends at the
+// first white space.
+void takeQuotedRest(TextSource& source, std::string& text) {
+    if (!text.starts_with(getStringEnd<char>())) return;
+    QuotedText quoted;
+    if (std::ranges::none_of(text, [&](char each) { return quoted.endsAt(each); }))
+        takeQuoted(source, quoted, text);
 }
 
 // Takes the characters from `character` on that are all white space, or all none.
@@ -49,7 +70,8 @@ RawBlock RawBlock::read(std::string beginning, std::istream& stream) {
     RawBlock block;
     block.text = std::move(beginning);
     if (isContainerWord(block.text, 0)) block.containerBegin = 0;
-    std::uint64_t depth = 1;
+    std::uint64_t depth = block.text == ModelFormat::START_OF_BLOCK_STR ? 2 : 1;
+    takeQuotedRest(source, block.text);
     for (int character = source.peek(); character != TextSource::endOfInput;
          character = source.peek()) {
         const std::size_t begin = block.text.size();
@@ -62,7 +84,7 @@ RawBlock RawBlock::read(std::string beginning, std::istream& stream) {
             }
             block.text += static_cast<char>(character);
         } else if (character == getStringEnd<char>()) {
-            takeQuoted(source, character, block.text);
+            takeQuoted(source, {}, block.text);
         } else {
             takeRun(source, character, block.text);
         }

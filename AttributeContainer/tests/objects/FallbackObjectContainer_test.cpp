@@ -2,6 +2,8 @@
 #include <AttributeContainer/FallbackObject.h>
 
 #include "objects/FallbackBlocks.h"
+#include "support/BlockText.h"
+#include "support/StreamContexts.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -54,6 +56,24 @@ TEST(FallbackObjectContainer, KeepsWhatStandsAheadOfTheContainerAsText) {
 
     EXPECT_NE(object->getAttrToken("Count"), AttrContainer::noToken);
     EXPECT_EQ(written(*object), "\nFoo { 1 }\n" + countBlockRewritten);
+}
+
+TEST(FallbackObjectContainer, ReadsTheContainerInTheContextOfTheWholeRead) {
+    // A field inside the unknown block is referred to from outside of it.
+    const std::string part =
+        containerBlock(fieldBlock("AttrContainer", "a", instanceLine(7) + containerBlock()));
+    const auto root = Object::create();
+
+    EXPECT_EQ(readText(*root,
+                       containerBlock(fieldBlock("Foo", "f", part) +
+                                      fieldBlock("AttrContainer", "b", referenceTo(7))),
+                       resolving({7})),
+              ErrorCode::ElementSkipped);
+
+    const auto unknown = root->getField("f").lock();
+    ASSERT_NE(unknown, nullptr);
+    ASSERT_FALSE(unknown->getField("a").expired());
+    EXPECT_EQ(root->getField("b").lock(), unknown->getField("a").lock());
 }
 
 TEST(FallbackObjectContainer, FindsTheContainerWhateverTheCaseOfItsWord) {

@@ -56,6 +56,25 @@ TEST(FallbackObjectText, EndsAQuotedTextBehindAnEscapedBackslash) {
 Foo "C:\\" { "D:\\" } )");
 }
 
+TEST(FallbackObjectText, KeepsAQuotedTextThatBeginsTheBlock) {
+    for (const std::string text :
+         {R"("a } b" 1 )", R"("a \" } b" { 1 } )", R"("} " { } )", R"("C:\\" "}" )", R"("" "}" )"}) {
+        const auto object = FallbackObject::create();
+
+        EXPECT_EQ(readText(*object, text + "}"), ErrorCode::ElementSkipped) << text;
+
+        EXPECT_EQ(written(*object), "\n" + text);
+    }
+}
+
+TEST(FallbackObjectText, CountsABraceThatBeginsTheBlock) {
+    const auto object = FallbackObject::create();
+
+    EXPECT_EQ(readText(*object, "{ a } b }"), ErrorCode::ElementSkipped);
+
+    EXPECT_EQ(written(*object), "\n{ a } b ");
+}
+
 TEST(FallbackObjectText, BeginsAQuotedTextOnlyWhereATokenBegins) {
     const auto object = FallbackObject::create();
 
@@ -95,6 +114,17 @@ TEST(FallbackObjectText, FailsWhereTheInputEndsInsideTheBlock) {
         std::istringstream next("clean ");
         EXPECT_EQ(ModelInFormat(next).getKeyword(), "clean") << text;
     }
+}
+
+TEST(FallbackObjectText, FailsOnAStreamThatHasFailedBefore) {
+    ModelInFormat::cleanPropagateKeyword();
+    const auto object = FallbackObject::create();
+    std::istringstream stream("Foo 1 }");
+    stream.setstate(std::ios::failbit);
+
+    EXPECT_EQ(codeOf(object->readFrom(stream, readContext)), ErrorCode::StreamFailed);
+
+    EXPECT_EQ(written(*object), "");
 }
 
 TEST(FallbackObjectText, TakesAMillionTokensAndAHundredThousandBraces) {

@@ -12,6 +12,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
@@ -35,6 +36,17 @@ TEST(FallbackObject, IsAnObjectAndAPlaceholder) {
 
     EXPECT_NE(std::dynamic_pointer_cast<Object>(object), nullptr);
     EXPECT_NE(std::dynamic_pointer_cast<IFallbackObject>(object), nullptr);
+}
+
+TEST(FallbackObject, BeginsWithThePlaceholderAndGoesOnWithTheObject) {
+    const auto object = FallbackObject::create();
+
+    EXPECT_EQ(static_cast<void*>(static_cast<IFallbackObject*>(object.get())),
+              dynamic_cast<void*>(object.get()));
+}
+
+TEST(FallbackObject, PreparesAReadAsAnyContainer) {
+    EXPECT_TRUE((std::is_same_v<decltype(&FallbackObject::initRead), void (AttrContainer::*)()>));
 }
 
 TEST(FallbackObject, KeepsTheNameOfTheClassThatItStandsFor) {

@@ -1,5 +1,6 @@
 #include <AttributeContainer/Picture.h>
 
+#include "support/BlockText.h"
 #include "support/ClassTable.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
@@ -10,6 +11,7 @@
 
 #include <chrono>
 #include <memory>
+#include <string>
 #include <thread>
 
 namespace QOR::AttributeContainer::Testing {
@@ -139,6 +141,21 @@ TEST(Picture, StoresItsPixelsUnderItsName) {
 
 TEST(Picture, IsItsOwnRootWhereItHasNoParent) {
     EXPECT_EQ(named<Picture>("alone")->getSaveBinaryDataStreamName(), "Pictures/alone");
+}
+
+TEST(Picture, IsReadAsItStands) {
+    // Only panoramas are turned and made spherical.
+    const auto picture = Picture::create();
+    const std::string matrix = "1 2 3 4  5 6 7 8  9 10 11 12  0 0 0 1  ";
+
+    ASSERT_EQ(readText(*picture, containerBlock(attributeBlock("Mat4dd", "Transformation", matrix) +
+                                                attributeBlock("int", "Spherical", "0")) +
+                                     "\n"),
+              std::nullopt);
+
+    EXPECT_EQ(picture->Transformation(),
+              Mat4d<double>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0, 0, 0, 1}));
+    EXPECT_EQ(picture->Spherical(), 0);
 }
 
 TEST(Picture, ComesBackFromAStream) {

@@ -2,15 +2,21 @@
 
 #include <AttributeContainer/Object.h>
 
+#include "support/Streams.h"
+#include "support/Trees.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 using namespace QOR::AttributeContainer;
+using namespace QOR::AttributeContainer::Testing;
 
 namespace {
 
@@ -72,6 +78,37 @@ TEST(FactoryRegistrations, MakeObjectsOfObjectClassesOnly) {
     EXPECT_EQ(factory->createObject("ScanProperties"), nullptr);
     EXPECT_EQ(factory->createObject("TMOLinearField"), nullptr);
     EXPECT_EQ(factory->createObject("UnknownAttrContainer"), nullptr);
+}
+
+TEST(FactoryRegistrations, LetObjectsOfAllClassesComeBackFromAStream) {
+    const auto root = named<Object>("root");
+    for (const char* const name : ownClasses) {
+        const auto object = FieldFactory::the()->createObject(name);
+        if (object) root->addChild(object, AddFlags::SkipNameTest);
+    }
+    ASSERT_EQ(root->getNumChildren(), 10u);
+
+    const auto copy = Object::create();
+    ASSERT_EQ(readText(*copy, written(*root)), std::nullopt);
+
+    ASSERT_EQ(copy->getNumChildren(), 10u);
+    for (std::uint64_t i = 0; i < 10; ++i)
+        EXPECT_EQ(copy->getChild(i)->getClassName(), root->getChild(i)->getClassName());
+}
+
+TEST(FactoryRegistrations, LetFieldsOfAllClassesComeBackFromAStream) {
+    const auto owner = AttrContainer::create();
+    for (const char* const name : ownClasses) {
+        if (name == std::string("UnknownAttrContainer")) continue;  // goes out as another class
+        ASSERT_TRUE(owner->addField(FieldFactory::the()->createField(name), name, 0)) << name;
+    }
+
+    const auto copy = AttrContainer::create();
+    ASSERT_EQ(readText(*copy, written(*owner)), std::nullopt);
+
+    ASSERT_EQ(copy->getNumFields(), 18u);
+    for (std::uint64_t token = 0; token < 18; ++token)
+        EXPECT_EQ(copy->getField(token).lock()->getClassName(), copy->getFieldName(token));
 }
 
 TEST(FactoryRegistrations, LeaveOutTheFallbackObject) {

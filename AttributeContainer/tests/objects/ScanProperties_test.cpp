@@ -102,6 +102,16 @@ TEST(ScanProperties, TakesAllValuesFromItsSource) {
     EXPECT_EQ(fresh->LastPointDataSaveTimeStamp(), 0);
 }
 
+TEST(ScanProperties, IsComparedByItsValues) {
+    const auto properties = ScanProperties::create();
+    const auto other = ScanProperties::create();
+    EXPECT_TRUE(properties->isEqualTo(*other, nullptr, nullptr));
+
+    other->HasDirectedNormals(1);
+
+    EXPECT_FALSE(properties->isEqualTo(*other, nullptr, nullptr));
+}
+
 TEST(ScanProperties, ComesBackFromAStream) {
     const auto properties = ScanProperties::create();
     properties->BoundingBoxMin({-1.5, 0, 2});

@@ -5,7 +5,9 @@
 #include <AttributeContainer/Point3d.h>
 #include <AttributeContainer/Transform.h>
 
+#include "support/BlockText.h"
 #include "support/ClassTable.h"
+#include "support/ObjectText.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
 
@@ -133,6 +135,16 @@ TEST(SpatialObjects, KeepTheIdOfAMarkerInItsCopy) {
 
     EXPECT_EQ(copy->id(), marker->id());
     EXPECT_TRUE(fresh->id().is_nil());
+}
+
+TEST(SpatialObjects, BearTheirOwnClassNamesInAStream) {
+    const auto root = named<Object>("root");
+    addNamed<Object3d>(*root, "o");
+
+    EXPECT_EQ(written(*root),
+              body("root") +
+                  childBlock("Object3d", "o",
+                             body("o", "\nAttr<Vec3dd> { \nName \"Position\"\n}")));
 }
 
 TEST(SpatialObjects, ComeBackFromAStream) {

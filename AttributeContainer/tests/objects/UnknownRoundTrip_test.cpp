@@ -1,5 +1,6 @@
 // What a newer program wrote comes through this one: it is read and written back.
 #include <AttributeContainer/FallbackObject.h>
+#include <AttributeContainer/PictureColorPropertiesField.h>
 #include <AttributeContainer/Point3d.h>
 
 #include "objects/NewerStreams.h"
@@ -83,6 +84,13 @@ Path "C:\\" { "}" })";
     EXPECT_EQ(written(*read.root), rootWith(childBlock("Foo", "f", text + "\n") + child("behind")));
 }
 
+TEST(UnknownRoundTrip, KeepsAQuotedTextThatBeginsTheBlock) {
+    const std::string text = "\n\"taken } in { May\" 1";
+    const Read read(rootWith(childBlock("Foo", "f", text) + child("behind")));
+
+    EXPECT_EQ(written(*read.root), rootWith(childBlock("Foo", "f", text + "\n") + child("behind")));
+}
+
 TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInValues) {
     expectComesBack(rootWith(childBlock(
         "Foo", "f",
@@ -147,4 +155,23 @@ TEST(UnknownRoundTrip, KeepsUnknownTextOfFields) {
     EXPECT_EQ(read.code, ErrorCode::ElementSkipped);
     EXPECT_EQ(written(*read.root),
               body("root", fieldBlock("Weather", "weather", "\nRain { 1 }\n")));
+}
+
+TEST(UnknownRoundTrip, KeepsAnUnknownToneMappingOfAKnownPicture) {
+    const std::string stream = containerBlock(
+        attributeBlock("String", "Name", "\"PictureColorPropertiesField\"") +
+        attributeBlock("String", "Event", "\"gamma\"") +
+        fieldBlock("TMONewerField", "HDRParameterField",
+                   body("HDRParameterField", attributeBlock("double", "Bias", "0.75"))));
+    const auto colours = PictureColorPropertiesField::create();
+
+    EXPECT_EQ(readText(*colours, stream), ErrorCode::ElementSkipped);
+
+    EXPECT_EQ(colours->getNumFields(), 1u);
+    EXPECT_TRUE(colours->HDRParameterField().expired());  // what is there is of no such class
+    const auto unknown = std::dynamic_pointer_cast<FallbackObject>(colours->getField(0).lock());
+    ASSERT_NE(unknown, nullptr);
+    EXPECT_EQ(unknown->getOriginalClassName(), "TMONewerField");
+    EXPECT_EQ(unknown->getAttribute("Bias").lock()->getValueString(), "0.75");
+    EXPECT_EQ(written(*colours), stream);
 }

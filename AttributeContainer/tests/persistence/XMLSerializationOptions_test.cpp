@@ -65,6 +65,14 @@ TEST(XMLSerializationOptions, LeavesOutFieldsThatAreNotMarked) {
                   foot);
 }
 
+TEST(XMLSerializationOptions, LeavesOutAContainerThatHasNoNameToBeMarked) {
+    const auto container = Hasty<AttrContainer>::make();
+    const auto context = makeContext();
+    context->setWriteOnlyMarkedObjects(true);
+
+    EXPECT_EQ(exported(*container, context), head + foot);
+}
+
 TEST(XMLSerializationOptions, LeavesOutAttributesThatAreNotMarked) {
     const auto root = plain("root");
     addCustom(*root, "Count", 5)->setMarked(true);
@@ -101,6 +109,25 @@ TEST(XMLSerializationOptions, ClosesTheRootAlsoWhereAnAttributeFails) {
     EXPECT_EQ(stream.str(), head +
                                 "<x type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
                                 "<Name type=\"String\">\"x\"</Name>\n"
+                                "<Bad type=\"but\">before" +
+                                foot);
+}
+
+TEST(XMLSerializationOptions, EndsAtAFieldThatFails) {
+    const auto container = plain("x");
+    const auto field = addField(*container, "part");
+    ASSERT_FALSE(
+        field->addAttribute(std::make_shared<Failing>(ErrorCode::ParseFailed), "Bad").expired());
+    addField(*container, "behind");
+    std::ostringstream stream;
+
+    const auto error = XMLSerialization::to(stream, *container, makeContext());
+
+    EXPECT_EQ(codeOf(error), ErrorCode::ParseFailed);
+    EXPECT_EQ(stream.str(), head +
+                                "<x type=\"AttrContainer\"><fields>\n"
+                                "<part type=\"AttrContainer\" fieldname=\"part\"><fields>\n"
+                                "</fields>\n<attrs>\n<Name type=\"String\">\"part\"</Name>\n"
                                 "<Bad type=\"but\">before" +
                                 foot);
 }

@@ -1,11 +1,13 @@
 #include <AttributeContainer/XMLSerialization.h>
 
+#include <AttributeContainer/FallbackObject.h>
 #include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/Object.h>
 #include <AttributeContainer/Version.h>
 
 #include "persistence/Exporting.h"
 #include "support/Containers.h"
+#include "support/NamelessContainer.h"
 #include "support/ObserverActors.h"
 #include "support/Streams.h"
 #include "support/Trees.h"
@@ -179,6 +181,22 @@ TEST(XMLSerialization, LetsNamesOutAsTheyAre) {
                   "<Name type=\"String\">\"a b&lt;&amp;\"</Name>\n"
                   "<2nd type=\"int\">1</2nd>\n</attrs>\n</a b<&>\n" +
                   foot);
+}
+
+TEST(XMLSerialization, LetsAnEmptyNameOutAsItIs) {
+    EXPECT_EQ(exported(*nameless()),
+              head +
+                  "< type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
+                  "<Name type=\"String\">\"\"</Name>\n</attrs>\n</>\n" +
+                  foot);
+}
+
+TEST(XMLSerialization, NamesTheClassOfAPlaceholderAndNotTheOneItStandsFor) {
+    const auto placeholder = named<FallbackObject>("odd");
+    placeholder->setOriginalClassName("Station");
+
+    EXPECT_NE(exported(*placeholder).find("<odd type=\"FallbackObject\"><fields>"),
+              std::string::npos);
 }
 
 TEST(XMLSerialization, LeavesOutAttributesWithoutAName) {

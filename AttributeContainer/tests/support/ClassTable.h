@@ -1,6 +1,7 @@
 // Holds the table of a container class against the class, a test case a row.
 #pragma once
 
+#include <AttributeContainer/AttrDefinition.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/ValueSamples.h"
@@ -83,7 +84,25 @@ ClassRow classRow(std::uint64_t token, std::string key, std::string typeName, in
 /// QOR_CLASS_TABLE.
 class ClassTable : public testing::TestWithParam<ClassRow> {};
 
-/// Expects of class `X` its name, its base, its own tokens, and that the factory knows it.
+/// Expects of an object that it has the rows of `base` as they stand there.
+inline void expectRowsOf(const AttrContainer& base, const AttrContainer& object) {
+    for (std::uint64_t token = 0; token <= base.getMaxAttrToken(); ++token) {
+        const auto key = base.getAttrName(token);
+        ASSERT_TRUE(key) << token;
+        EXPECT_EQ(object.getAttrName(token), key);
+        EXPECT_EQ(object.getAttrToken(*key), token) << *key;
+        const AttrDefinition* const row = object.getAttrDefinition(token);
+        const AttrDefinition* const rowOfBase = base.getAttrDefinition(token);
+        ASSERT_TRUE(row && rowOfBase) << *key;
+        EXPECT_EQ(row->token, token) << *key;
+        EXPECT_EQ(row->name, *key);
+        EXPECT_EQ(row->type, rowOfBase->type) << *key;
+        EXPECT_EQ(row->category, rowOfBase->category) << *key;
+        EXPECT_EQ(object.getAttribute(token).lock()->getName(), *key);
+    }
+}
+
+/// Expects of class `X` its name, its base with the rows of that, its own tokens, and that the factory knows it.
 template <class X, class Base>
 void expectClass(const std::string& name, std::uint64_t firstToken, std::uint64_t lastToken) {
     EXPECT_TRUE((std::is_base_of_v<Base, X>));
@@ -94,7 +113,7 @@ void expectClass(const std::string& name, std::uint64_t firstToken, std::uint64_
     EXPECT_EQ(object->getMaxAttrToken(), lastToken);
     EXPECT_EQ(object->getNumAttributes(), lastToken + 1);
     EXPECT_EQ(object->getAttrDefinition(lastToken + 1), nullptr);
-    EXPECT_EQ(object->getAttrToken("Name"), 0u);
+    expectRowsOf(*Base::create(), *object);
 }
 
 }  // namespace QOR::AttributeContainer::Testing
