@@ -22,8 +22,8 @@ bool isBrace(int character) {
     return character == ModelFormat::START_OF_BLOCK || character == ModelFormat::END_OF_BLOCK;
 }
 
-// Follows a quoted text from its opening quote on. A quote behind a backslash does not end it, unless
-// that backslash is itself an escaped one.
+// Follows a quoted text from its opening quote on. A quote behind a backslash does not end it,
+// unless that backslash is itself an escaped one.
 class QuotedText {
 public:
     bool endsAt(int character) {

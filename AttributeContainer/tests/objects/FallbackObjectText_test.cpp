@@ -57,8 +57,8 @@ Foo "C:\\" { "D:\\" } )");
 }
 
 TEST(FallbackObjectText, KeepsAQuotedTextThatBeginsTheBlock) {
-    for (const std::string text :
-         {R"("a } b" 1 )", R"("a \" } b" { 1 } )", R"("} " { } )", R"("C:\\" "}" )", R"("" "}" )"}) {
+    for (const std::string text : {R"("a } b" 1 )", R"("a \" } b" { 1 } )", R"("} " { } )",
+                                   R"("C:\\" "}" )", R"("" "}" )"}) {
         const auto object = FallbackObject::create();
 
         EXPECT_EQ(readText(*object, text + "}"), ErrorCode::ElementSkipped) << text;

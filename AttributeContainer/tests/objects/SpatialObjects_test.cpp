@@ -142,9 +142,8 @@ TEST(SpatialObjects, BearTheirOwnClassNamesInAStream) {
     addNamed<Object3d>(*root, "o");
 
     EXPECT_EQ(written(*root),
-              body("root") +
-                  childBlock("Object3d", "o",
-                             body("o", "\nAttr<Vec3dd> { \nName \"Position\"\n}")));
+              body("root") + childBlock("Object3d", "o",
+                                        body("o", "\nAttr<Vec3dd> { \nName \"Position\"\n}")));
 }
 
 TEST(SpatialObjects, ComeBackFromAStream) {

@@ -1,18 +1,42 @@
 // What a newer program wrote comes through this one: it is read and written back.
+#include <AttributeContainer/ActionToken.h>
 #include <AttributeContainer/FallbackObject.h>
 #include <AttributeContainer/PictureColorPropertiesField.h>
 #include <AttributeContainer/Point3d.h>
 
 #include "objects/NewerStreams.h"
+#include "support/Containers.h"
 #include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
 using namespace QOR::AttributeContainer;
 using namespace QOR::AttributeContainer::Testing;
+
+namespace {
+
+void replaceOnce(std::string& text, const std::string& from, const std::string& to) {
+    const std::size_t begin = text.find(from);
+    ASSERT_NE(begin, std::string::npos) << from;
+    text.replace(begin, from.size(), to);
+}
+
+// An object of an unknown class with a "Gain" that another object watches.
+std::string watchedStation() {
+    const auto root = named<Object>("root");
+    const auto station = addNamed(*root, "station");
+    const auto listener = addNamed(*root, "listener");
+    addCustom(*station, "Gain", 2.5)->addObserver(*listener, 3, ActionToken::Notify, false);
+    std::string stream = written(*root);
+    replaceOnce(stream, "\"Object\" \"station\"", "\"Station\" \"station\"");
+    return stream;
+}
+
+}  // namespace
 
 TEST(UnknownRoundTrip, KeepsAnUnknownObject) {
     expectComesBack(rootWith(childBlock(
@@ -95,6 +119,31 @@ TEST(UnknownRoundTrip, KeepsBracesAndEscapedQuotesInValues) {
     expectComesBack(rootWith(childBlock(
         "Foo", "f",
         body("f", attributeBlock("String", "Remark", R"("a } in \"quotes\" { and \\")")))));
+}
+
+TEST(UnknownRoundTrip, KeepsTheRelationsOfAnUnknownObject) {
+    const std::string stream = watchedStation();
+    expectComesBack(stream);
+
+    const Read read(stream);
+    ASSERT_NE(read.fallback("station"), nullptr);
+    const auto gain = read.fallback("station")->getAttribute("Gain").lock();
+    ASSERT_EQ(gain->getNumPostObservers(), 1u);
+    EXPECT_EQ(gain->getPath(0).getPath(), "/listener");
+}
+
+TEST(UnknownRoundTrip, LosesARelationWhoseActionIsUnknownAndNothingElse) {
+    std::string stream = watchedStation();
+    replaceOnce(stream, "\nAction \"", "\nAction \"Blink");
+
+    const Read read(stream);
+
+    EXPECT_EQ(read.code, ErrorCode::ObjectNotCreated);
+    ASSERT_NE(read.fallback("station"), nullptr);
+    EXPECT_EQ(written(*read.root),
+              rootWith(childBlock("Station", "station",
+                                  body("station", attributeBlock("double", "Gain", "2.5"))) +
+                       child("listener")));
 }
 
 // Fields ------------------------------------------------------------------------------------------

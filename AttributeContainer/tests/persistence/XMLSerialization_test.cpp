@@ -184,11 +184,10 @@ TEST(XMLSerialization, LetsNamesOutAsTheyAre) {
 }
 
 TEST(XMLSerialization, LetsAnEmptyNameOutAsItIs) {
-    EXPECT_EQ(exported(*nameless()),
-              head +
-                  "< type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
-                  "<Name type=\"String\">\"\"</Name>\n</attrs>\n</>\n" +
-                  foot);
+    EXPECT_EQ(exported(*nameless()), head +
+                                         "< type=\"AttrContainer\"><fields>\n</fields>\n<attrs>\n"
+                                         "<Name type=\"String\">\"\"</Name>\n</attrs>\n</>\n" +
+                                         foot);
 }
 
 TEST(XMLSerialization, NamesTheClassOfAPlaceholderAndNotTheOneItStandsFor) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <AttributeContainer/AttrDefinition.h>
+#include <AttributeContainer/FieldFactory.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include "support/ValueSamples.h"
@@ -102,7 +103,8 @@ inline void expectRowsOf(const AttrContainer& base, const AttrContainer& object)
     }
 }
 
-/// Expects of class `X` its name, its base with the rows of that, its own tokens, and that the factory knows it.
+/// Expects of class `X` its name, its base with the rows of that, its own tokens, and that the
+/// factory knows it.
 template <class X, class Base>
 void expectClass(const std::string& name, std::uint64_t firstToken, std::uint64_t lastToken) {
     EXPECT_TRUE((std::is_base_of_v<Base, X>));
@@ -114,6 +116,9 @@ void expectClass(const std::string& name, std::uint64_t firstToken, std::uint64_
     EXPECT_EQ(object->getNumAttributes(), lastToken + 1);
     EXPECT_EQ(object->getAttrDefinition(lastToken + 1), nullptr);
     expectRowsOf(*Base::create(), *object);
+    const auto made = FieldFactory::the()->createField(name);
+    ASSERT_NE(made, nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<X>(made), nullptr);
 }
 
 }  // namespace QOR::AttributeContainer::Testing
