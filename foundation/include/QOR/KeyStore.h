@@ -101,8 +101,8 @@ struct SecurityAttributes {
 /// \return FileNotFound where it is missing, with a null handle in `key`.
 QOR_API Status RegOpenKeyExW(HKEY root, const wchar_t* subkey, unsigned long options,
                              unsigned long access, HKEY* key);
-/// Opens a key with full access and makes all levels that are missing. What was made ahead of a
-/// failure stays.
+/// Opens a key with full access and makes all levels that are missing: a store of ours makes all of
+/// them or none if it knows transactions. What stands ahead of a name that is too long is made.
 QOR_API Status RegCreateKeyW(HKEY root, const wchar_t* subkey, HKEY* key);
 /// The same with the access given. Stores of ours keep no security.
 QOR_API Status RegCreateKeyExW(HKEY root, const wchar_t* subkey, unsigned long reserved,
@@ -118,7 +118,8 @@ QOR_API Status RegDeleteKeyW(HKEY key, const wchar_t* subkey);
 /// An empty or null path empties the key of the handle, which itself stays.
 QOR_API Status RegDeleteTreeW(HKEY root, const wchar_t* subkey);
 /// Copies the values and subkeys of a key into an open one, of the same or of another store. What
-/// the target has of other names stays. A copy into the source's own subtree ends.
+/// the target has of other names stays. A copy into the source's own subtree ends. A store of ours
+/// copies the source as it was at one moment, and wholly or not at all if it knows transactions.
 QOR_API Status RegCopyTreeW(HKEY source, const wchar_t* subkey, HKEY target);
 
 // Values.

@@ -1,4 +1,5 @@
 #include "keystore/OpenKeys.h"
+#include "keystore/WholeChange.h"
 
 #include <array>
 #include <span>
@@ -64,6 +65,25 @@ Status inqPath(KeyTreeStore& store, KeyTreeStore::Node from, const wchar_t* path
     return status == Success ? parts.status : status;
 }
 
+namespace {
+
+// Makes what is missing on the way down, all of it or nothing where the store knows how.
+Status makeLevels(KeyTreeStore& store, KeyTreeStore::Node from,
+                  std::span<const std::wstring_view> names, KeyTreeStore::Node& made, bool& isNew) {
+    WholeChange change(store);
+    Status status = change.status();
+    made = from;
+    isNew = false;
+    for (std::size_t i = 0; i < names.size() && status == Success; ++i) {
+        if (!isNew) status = store.inqSubkey(made, names[i], made);
+        isNew = isNew || status == FileNotFound;
+        if (isNew) status = store.makeSubkey(made, names[i], made);
+    }
+    return change.finish(status);
+}
+
+}  // namespace
+
 Status makePath(KeyTreeStore& store, KeyTreeStore::Node from, const wchar_t* path,
                 KeyTreeStore::Node& made, bool& isNew) {
     const PathNames parts(path);
@@ -71,23 +91,23 @@ Status makePath(KeyTreeStore& store, KeyTreeStore::Node from, const wchar_t* pat
     made = from;
     // A path without a name counts as new, as it does on the home platform.
     isNew = true;
-    if (parts.names().empty()) {
+    const auto names = parts.names();
+    if (names.empty()) {
         const Status status = store.checkKey(from);
         return status == Success ? parts.status : status;
     }
-    const Status known = store.inqPath(from, parts.names(), made);
-    isNew = known == FileNotFound;
-    if (!isNew) return known == Success ? parts.status : known;
+    Status status = store.inqPath(from, names, made);
+    isNew = status == FileNotFound;
+    if (!isNew) return status == Success ? parts.status : status;
 
+    // Mostly the last level alone is missing, and made in one step.
     made = from;
-    bool isMissing = false;
-    for (const std::wstring_view name : parts.names()) {
-        Status status = isMissing ? FileNotFound : store.inqSubkey(made, name, made);
-        isMissing = status == FileNotFound;
-        if (isMissing) status = store.makeSubkey(made, name, made);
-        if (status != Success) return status;
-    }
-    return parts.status;
+    status = names.size() == 1 ? Success : store.inqPath(from, names.first(names.size() - 1), made);
+    if (status == Success) status = store.makeSubkey(made, names.back(), made);
+    // Several are missing, or another program has removed one in between.
+    if (status == FileNotFound || status == KeyDeleted)
+        status = makeLevels(store, from, names, made, isNew);
+    return status == Success ? parts.status : status;
 }
 
 }  // namespace QOR::keystore

@@ -2,6 +2,7 @@
 
 #include "keystore/OpenKeys.h"
 #include "keystore/SystemKeys.h"
+#include "keystore/WholeChange.h"
 
 #include <algorithm>
 #include <optional>
@@ -55,17 +56,6 @@ struct CopiedValue {
     std::wstring name;
     StoredValue value;
 };
-
-// Tree operations are one change where the store knows transactions, and else one by one.
-bool canGoOn(const Transaction& transaction) {
-    return transaction.status() == Success || transaction.status() == NotSupported;
-}
-
-Status finish(Transaction& transaction, Status status) {
-    if (status != Success) return status;
-    const Status committed = transaction.commit();
-    return committed == NotSupported ? Success : committed;
-}
 
 // One key of a tree on its way from one store to another. A key stands ahead of those below it.
 struct CopiedKey {
@@ -191,6 +181,30 @@ Status writeTree(HKEY top, const std::vector<CopiedKey>& tree) {
     return Success;
 }
 
+Status readBelow(HKEY source, const wchar_t* subkey, std::vector<CopiedKey>& tree) {
+    if (isEmpty(subkey)) return readTree(source, tree);
+    HKEY below = nullptr;
+    const Status status = RegOpenKeyExW(source, subkey, 0, KeyRead, &below);
+    if (status != Success) return status;
+    const OpenedKey opened(below);
+    return readTree(below, tree);
+}
+
+bool lieInOneStore(HKEY one, HKEY other) {
+    OpenKey first, second;
+    return OpenKeys::the().inq(one, first) == Success &&
+           OpenKeys::the().inq(other, second) == Success && first.store == second.store;
+}
+
+// Does work on the store of a key while nobody else changes it. The system's own has no such way.
+template <class Work> Status asOneChange(HKEY key, Work work) {
+    if (!OpenKeys::isOurs(key)) return work();
+    const KeyUse use(key, 0);
+    if (use.status() != Success) return use.status();
+    WholeChange change(use.store());
+    return change.status() == Success ? change.finish(work()) : change.status();
+}
+
 }  // namespace
 
 Status RegDeleteTreeW(HKEY root, const wchar_t* subkey) {
@@ -198,36 +212,29 @@ Status RegDeleteTreeW(HKEY root, const wchar_t* subkey) {
     // Below the handle the rights of the store count, on the handle's own key those of the handle.
     const KeyUse use(root, isEmpty(subkey) ? SetValue | EnumerateSubkeys : 0);
     if (use.status() != Success) return use.status();
-    Transaction transaction(use.store());
-    if (!canGoOn(transaction)) return transaction.status();
+    WholeChange change(use.store());
+    if (change.status() != Success) return change.status();
     Node top;
     Status status = inqPath(use.store(), use.node(), subkey, top);
     if (status == Success) status = rmSubtree(use.store(), top);
     if (status == Success)
         status = isEmpty(subkey) ? rmValues(use.store(), top) : use.store().rmKey(top);
-    return finish(transaction, status);
+    return change.finish(status);
 }
 
+// Within the system too: its own way stores a zero behind texts that have none.
 Status RegCopyTreeW(HKEY source, const wchar_t* subkey, HKEY target) {
-    // Within the system too: its own way stores a zero behind texts that have none.
     std::vector<CopiedKey> tree;
-    {
-        HKEY below = nullptr;
-        if (!isEmpty(subkey)) {
-            const Status status = RegOpenKeyExW(source, subkey, 0, KeyRead, &below);
-            if (status != Success) return status;
-        }
-        const OpenedKey opened(below);
-        const Status status = readTree(below ? below : source, tree);
-        if (status != Success) return status;
-    }
-
-    if (!OpenKeys::isOurs(target)) return writeTree(target, tree);
-    const KeyUse use(target, 0);
-    if (use.status() != Success) return use.status();
-    Transaction transaction(use.store());
-    if (!canGoOn(transaction)) return transaction.status();
-    return finish(transaction, writeTree(target, tree));
+    const auto read = [&] { return readBelow(source, subkey, tree); };
+    const auto write = [&] { return writeTree(target, tree); };
+    if (lieInOneStore(source, target))
+        return asOneChange(target, [&] {
+            const Status status = read();
+            return status == Success ? write() : status;
+        });
+    // One after the other: two stores at a time would wait for each other.
+    const Status status = asOneChange(source, read);
+    return status == Success ? asOneChange(target, write) : status;
 }
 
 }  // namespace QOR::keystore

@@ -77,15 +77,19 @@ std::string checkMarks(const Marks& marks) {
 }
 
 // Several programs may come to a new file at once, and this one step does not wait by itself.
-int setJournal(const Database& database) {
+// `isLogged` tells whether the place of the file allows what the store needs.
+int setJournal(const Database& database, bool& isLogged) {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 10s;
     for (;;) {
         const Statement statement = database.prepare("PRAGMA journal_mode = WAL");
         Run run(statement);
         const int result = run.step();
-        if (result == SQLITE_ROW && run.text(0) == "wal") return SQLITE_OK;
-        if (result != SQLITE_ROW && statusOf(result) != Busy) return result;
+        if (result == SQLITE_ROW) {
+            isLogged = run.text(0) == "wal";
+            return SQLITE_OK;
+        }
+        if (statusOf(result) != Busy) return result;
         if (std::chrono::steady_clock::now() > deadline) return SQLITE_BUSY;
         std::this_thread::sleep_for(2ms);
     }
@@ -107,7 +111,9 @@ std::string prepareStore(const Database& database, std::int64_t& session) {
     if (auto wrong = checkMarks(marks); !wrong.empty()) return wrong;
     if (database.isReadOnly()) return "the file cannot be written";
 
-    int result = setJournal(database);
+    bool isLogged = false;
+    int result = setJournal(database, isLogged);
+    if (result == SQLITE_OK && !isLogged) return "no write-ahead log can be kept beside the file";
     if (result == SQLITE_OK)
         result = database.execute(
             "PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON;"
