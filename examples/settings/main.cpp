@@ -27,14 +27,19 @@ std::shared_ptr<RegKeys> keysOf(keystore::Store& store) {
     return std::make_shared<RegKeys>("Viewer\\Settings", store.root(), false);
 }
 
+// A store in memory or in the registry does without transactions.
+bool isGood(keystore::Status status) {
+    return status == keystore::Success || status == keystore::NotSupported;
+}
+
 bool store(Settings& values, keystore::Store& store) {
-    // All of them or none: a store in memory or in the registry does without.
+    // All of them or none.
     keystore::Transaction transaction(store);
+    if (!isGood(transaction.status())) return false;
     WholeTextWriter writer(keysOf(store));
     values.attributeVisitor(writer, true);
     for (const auto& problem : writer.getProblems()) std::cout << "  " << problem << '\n';
-    const auto status = transaction.commit();
-    return status == keystore::Success || status == keystore::NotSupported;
+    return isGood(transaction.commit());
 }
 
 int load(Settings& values, keystore::Store& store) {

@@ -6,10 +6,33 @@
 
 #include <atomic>
 #include <thread>
+#include <utility>
 
 namespace QOR::keystore::Testing {
 
 namespace {
+
+TEST(KeyStoreNumbers, AreThoseOfTheHomePlatform) {
+    EXPECT_EQ(KeyRead, 0x20019u);
+    EXPECT_EQ(KeyWrite, 0x20006u);
+    EXPECT_EQ(KeyReadWrite, 0x2001Fu);
+    EXPECT_EQ(KeyReadWriteDac, 0x60019u);
+    EXPECT_EQ(KeyAllAccess, 0xF003Fu);
+    EXPECT_EQ(KeyRead | WriteDac, KeyReadWriteDac);
+    EXPECT_EQ(Success, 0);
+    const std::pair<Status, long> statuses[] = {
+        {FileNotFound, 2},      {AccessDenied, 5},  {InvalidHandle, 6},     {NotEnoughMemory, 8},
+        {WriteProtected, 19},   {NotSupported, 50}, {InvalidParameter, 87}, {DiskFull, 112},
+        {BadPathname, 161},     {Busy, 170},        {MoreData, 234},        {NoMoreItems, 259},
+        {NoAccess, 998},        {BadStore, 1009},   {StoreIoFailed, 1016},  {KeyDeleted, 1018},
+        {UnknownRevision, 1305}};
+    for (const auto& [status, number] : statuses) EXPECT_EQ(status, number);
+    const std::pair<unsigned long, unsigned long> types[] = {
+        {TypeText, 1}, {TypeExpandText, 2}, {TypeBinary, 3}, {TypeMultiText, 7}};
+    for (const auto& [type, number] : types) EXPECT_EQ(type, number);
+    EXPECT_EQ(CreatedNewKey, 1u);
+    EXPECT_EQ(OpenedExistingKey, 2u);
+}
 
 TEST(MemoryStore, AnswersHandlesWhoseStoreIsGone) {
     auto store = makeMemoryStore();

@@ -60,8 +60,9 @@ private:
 
 /// Loads attributes from one or several keys; of several that hold a value the last one wins.
 ///
-/// An attribute with no stored text stays as it is, and so does one whose stored text is no number
-/// where one is needed.
+/// An attribute with no stored text stays as it is, and so does one of floating-point numbers whose
+/// stored text is no number; a whole number becomes 0 then, and a bool false unless it reads
+/// "true".
 class QOR_API AttrReadRegistry : public AttrRegistryVisitor {
 public:
     /// \param notify whether observers hear of the load.

@@ -1,4 +1,4 @@
-#include "RegistryStores.h"
+#include "support/RegistryStores.h"
 
 namespace QOR::AttributeContainer::Testing {
 

@@ -1,12 +1,9 @@
 #include "StoreFile.h"
 
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <cerrno>
-#include <thread>
+#include <algorithm>
 
 namespace QOR::keystore::Testing {
 
@@ -56,13 +53,6 @@ TEST(SqliteFile, TakesAnEmptyFileForANewStore) {
     EXPECT_EQ(runSql(folder.file(), "PRAGMA user_version"), "1");
 }
 
-TEST(SqliteFile, TakesAPathInUtf8) {
-    const Folder folder;
-
-    EXPECT_EQ(whyNot(folder.file("\xc3\xa9t\xc3\xa9.db")), "");
-    EXPECT_TRUE(std::filesystem::exists(folder.path / "\xc3\xa9t\xc3\xa9.db"));
-}
-
 TEST(SqliteFile, RefusesAFileThatIsNoStore) {
     const Folder folder;
     const std::string text =
@@ -92,14 +82,6 @@ TEST(SqliteFile, RefusesAStoreOfANewerForm) {
     EXPECT_EQ(whyNot(folder.file()),
               "the key store has a newer form, 2; this program knows form 1");
     EXPECT_EQ(runSql(folder.file(), "SELECT count(*) FROM value"), "1");
-}
-
-TEST(SqliteFile, RefusesPathsThatCannotBeOpened) {
-    const Folder folder;
-
-    EXPECT_EQ(whyNot(folder.file("missing/store.db")), "unable to open database file");
-    EXPECT_EQ(whyNot(folder.path.string()), "unable to open database file");
-    EXPECT_EQ(openSqliteStore(folder.path.string()), nullptr) << "with nowhere to put the reason";
 }
 
 TEST(SqliteFile, RefusesAFileThatCannotBeWritten) {
@@ -148,86 +130,6 @@ TEST(SqliteFile, AnswersOnADamagedFile) {
         if (const Status status = createStatus(store->root(), path.c_str())) worst = status;
     }
     EXPECT_EQ(worst, BadStore);
-}
-
-// A disk with room for a number of bytes more, as SQLite meets it.
-std::atomic<long> room;
-
-ssize_t writeWhereThereIsRoom(int file, const void* data, std::size_t size, off_t at) {
-    if (room < static_cast<long>(size)) {
-        errno = ENOSPC;
-        return -1;
-    }
-    room -= static_cast<long>(size);
-    return pwrite(file, data, size, at);
-}
-
-class SmallDisk {
-public:
-    explicit SmallDisk(long bytes) {
-        room = bytes;
-        for (const char* const call : {"pwrite", "pwrite64"})
-            system->xSetSystemCall(system, call,
-                                   reinterpret_cast<sqlite3_syscall_ptr>(writeWhereThereIsRoom));
-    }
-    ~SmallDisk() {
-        for (const char* const call : {"pwrite", "pwrite64"})
-            system->xSetSystemCall(system, call, nullptr);
-    }
-
-private:
-    sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
-};
-
-TEST(SqliteFile, AnswersWhenTheDiskIsFullAndKeepsWhatItHad) {
-    const Folder folder;
-    const auto store = openSqliteStore(folder.file());
-    setNumber(store->root(), L"A", L"Gain", 25);
-    const Handle key = opened(store->root(), L"A");
-    {
-        const SmallDisk disk(200'000);
-        Status status = Success;
-        int numStored = 0;
-        for (; status == Success && numStored < 1000; ++numStored)
-            status = setBytes(key, std::to_wstring(numStored).c_str(), std::string(10'000, 'x'));
-        EXPECT_EQ(status, DiskFull);
-        EXPECT_GT(numStored, 5);
-        EXPECT_EQ(valuesOf(key).size(), static_cast<std::size_t>(numStored))
-            << "Gain and all but the last";
-        EXPECT_EQ(numberAt(store->root(), L"A", L"Gain"), 25);
-    }
-    EXPECT_EQ(setBytes(key, L"Again", "1"), Success);
-    EXPECT_EQ(runSql(folder.file(), "PRAGMA integrity_check"), "ok");
-}
-
-TEST(SqliteFile, UndoesATransactionForWhichTheDiskHasNoRoom) {
-    const Folder folder;
-    const auto store = openSqliteStore(folder.file());
-    setNumber(store->root(), L"A", L"Gain", 25);
-    {
-        const SmallDisk disk(100'000);
-        Transaction transaction(*store);
-        setNumber(store->root(), L"A", L"Gain", 26);
-        Status worst = Success;
-        for (int i = 0; i < 2000; ++i) {
-            const Handle key = created(store->root(), L"A\\B");
-            const auto name = std::to_wstring(i);
-            const Status status = setBytes(key, name.c_str(), std::string(10'000, 'x'));
-            if (worst == Success) worst = status;
-        }
-        EXPECT_EQ(worst, DiskFull);
-        EXPECT_NE(transaction.commit(), Success);
-    }
-    EXPECT_EQ(numberAt(store->root(), L"A", L"Gain"), 25);
-    EXPECT_EQ(subkeysOf(opened(store->root(), L"A")), Names{});
-    EXPECT_EQ(setNumber(store->root(), L"A", L"Gain", 27), Success);
-}
-
-TEST(SqliteFile, RefusesANewStoreOnAFullDisk) {
-    const Folder folder;
-    const SmallDisk disk(100);
-
-    EXPECT_EQ(whyNot(folder.file()), "there is no room for the store");
 }
 
 TEST(SqliteFile, ShowsTheChangesOfOthers) {

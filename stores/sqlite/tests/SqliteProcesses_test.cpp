@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <random>
 
@@ -128,6 +129,83 @@ TEST(SqliteProcesses, WriteToOneStoreTogetherWithNothingLost) {
         EXPECT_EQ(query(own, L"Value99").bytes, "99");
     }
     EXPECT_EQ(runSql(folder.file(), "PRAGMA integrity_check"), "ok");
+}
+
+// Of a program that goes on until it is killed: it must not outlive a parent that was killed
+// itself.
+bool isParentThere() { return getppid() != 1; }
+
+// A program that is killed at the end of a test.
+class Companion {
+public:
+    explicit Companion(const std::function<bool()>& job) : child(runChild(job)) {}
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
+    ~Companion() {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+
+private:
+    pid_t child;
+};
+
+// Ends a contest of two programs on a machine that gives them little time.
+class Deadline {
+public:
+    bool isOver() const { return Clock::now() > end; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point end = Clock::now() + std::chrono::seconds(20);
+};
+
+TEST(SqliteProcesses, MakeKeysWhileAnotherDeletesTheLevelsAboveThem) {
+    const Folder folder;
+    SharedNumber deleted;
+    const Companion deletes([&] {
+        const auto store = openSqliteStore(folder.file());
+        while (isParentThere())
+            if (RegDeleteTreeW(store->root(), L"A") == Success) ++deleted.number;
+        return false;
+    });
+    const auto store = openSqliteStore(folder.file());
+    const Deadline deadline;
+    for (int i = 0; deleted.number < 200 && !deadline.isOver(); ++i) {
+        const auto path = L"A\\B\\C\\" + std::to_wstring(i % 10);
+        ASSERT_EQ(createStatus(store->root(), path.c_str()), Success);
+    }
+
+    EXPECT_GT(deleted.number, 0);
+}
+
+TEST(SqliteProcesses, CopyATreeAsItWasAtOneMoment) {
+    const Folder folder;
+    SharedNumber written;
+    const auto writePair = [](Store& store, long number) {
+        Transaction transaction(store);
+        setNumber(store.root(), L"S\\Left", L"Number", number);
+        setNumber(store.root(), L"S\\Right", L"Number", number);
+        return transaction.commit() == Success;
+    };
+    writePair(*openSqliteStore(folder.file()), 0);
+    const Companion writes([&] {
+        const auto store = openSqliteStore(folder.file());
+        while (isParentThere() && writePair(*store, written.number + 1)) ++written.number;
+        return false;
+    });
+    const auto store = openSqliteStore(folder.file());
+    const auto elsewhere = makeMemoryStore();
+    const Handle target = created(store->root(), L"T");
+    const Deadline deadline;
+    while (written.number < 500 && !deadline.isOver()) {
+        for (const HKEY to : {HKEY(target), elsewhere->root()}) {
+            ASSERT_EQ(RegCopyTreeW(store->root(), L"S", to), Success);
+            ASSERT_EQ(numberAt(to, L"Left", L"Number"), numberAt(to, L"Right", L"Number"));
+        }
+    }
+
+    EXPECT_GT(written.number, 0);
 }
 
 }  // namespace

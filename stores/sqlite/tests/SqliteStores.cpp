@@ -1,4 +1,4 @@
-#include "RegistryStores.h"
+#include "support/RegistryStores.h"
 #include "StoreFile.h"
 
 namespace QOR::keystore::Testing {

@@ -1,4 +1,4 @@
-// The stores against which the tests of this folder run: a program that compiles them names these.
+// The stores against which the tests of the registry run: a program that compiles them names these.
 #pragma once
 
 #include "StoreKind.h"
