@@ -38,9 +38,7 @@ TEST_P(RegKeysPrefix, TakesTheSameTextInAnyCaseAndMakesItBelowTheOldPrefix) {
 }
 
 TEST_P(RegKeysPrefix, TakesAnotherRootAndMakesTheKeyBelowTheOldPrefixThere) {
-    makeKey(L"Other");
-    keystore::HKEY other = nullptr;
-    keystore::RegOpenKeyExW(root, L"Other", 0, keystore::KeyAllAccess, &other);
+    const keystore::HKEY other = openKey(L"Other");
     RegKeys keys("A", root, false);
     keys.setPrefix("B", other, true);
 
@@ -69,27 +67,21 @@ TEST_P(RegKeysPrefix, ReplacesThePrefixAloneWithoutMakingAKey) {
 }
 
 TEST_P(RegKeysPrefix, ClosesARootThatItOwns) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyRead, &a);
+    const keystore::HKEY a = openKey(L"A", keystore::KeyRead);
     { const RegKeys keys("", a, true); }
 
     EXPECT_EQ(keystore::RegCloseKey(a), keystore::InvalidHandle);
 }
 
 TEST_P(RegKeysPrefix, LeavesARootOpenThatItDoesNotOwn) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyRead, &a);
+    const keystore::HKEY a = openKey(L"A", keystore::KeyRead);
     { const RegKeys keys("", a, false); }
 
     EXPECT_EQ(keystore::RegCloseKey(a), keystore::Success);
 }
 
 TEST_P(RegKeysPrefix, ClosesAnOwnedRootWhenItTakesAnother) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyRead, &a);
+    const keystore::HKEY a = openKey(L"A", keystore::KeyRead);
     RegKeys keys("", a, true);
     keys.setPrefix("", root, false);
 
@@ -162,9 +154,7 @@ TEST_P(RegKeysPrefix, GivesNoValueNamesOf260Characters) {
 }
 
 TEST_P(RegKeysPrefix, ClosesAnOwnedRootAlsoWhenTheSameOneComesWithTheSameText) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyAllAccess, &a);
+    const keystore::HKEY a = openKey(L"A");
     RegKeys keys("B", a, true);
     keys.setPrefix("b", a, false);
 
@@ -174,9 +164,7 @@ TEST_P(RegKeysPrefix, ClosesAnOwnedRootAlsoWhenTheSameOneComesWithTheSameText) {
 }
 
 TEST_P(RegKeysPrefix, StillOwnsItsRootWhenItIgnoresAText) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyAllAccess, &a);
+    const keystore::HKEY a = openKey(L"A");
     {
         RegKeys keys("B", a, true);
         keys.setPrefix("C", a, false);

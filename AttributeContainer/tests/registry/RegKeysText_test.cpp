@@ -119,9 +119,7 @@ TEST_P(RegKeysText, UsesTheRootItselfWithoutAPrefix) {
 }
 
 TEST_P(RegKeysText, StoresNothingThroughARootForReading) {
-    makeKey(L"A");
-    keystore::HKEY a = nullptr;
-    keystore::RegOpenKeyExW(root, L"A", 0, keystore::KeyRead, &a);
+    const keystore::HKEY a = openKey(L"A", keystore::KeyRead);
     const RegKeys keys("", a, true);
 
     EXPECT_FALSE(keys.setKey("Gain", "1"));

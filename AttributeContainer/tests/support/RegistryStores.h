@@ -32,9 +32,17 @@ protected:
         return status == keystore::Success;
     }
     void makeKey(const std::wstring& path) const {
+        const keystore::HKEY key = openKey(path, keystore::KeyRead);
+        if (key && key != root) keystore::RegCloseKey(key);
+    }
+    /// A handle on a key, which is made where it is missing; the test closes it.
+    keystore::HKEY openKey(const std::wstring& path,
+                           unsigned long access = keystore::KeyAllAccess) const {
         keystore::HKEY key = nullptr;
-        ASSERT_EQ(keystore::RegCreateKeyW(root, path.c_str(), &key), keystore::Success);
-        if (key != root) keystore::RegCloseKey(key);
+        EXPECT_EQ(keystore::RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, access, nullptr,
+                                            &key, nullptr),
+                  keystore::Success);
+        return key;
     }
     /// The bytes of a value as text, "-" if there is none.
     std::wstring valueAt(const std::wstring& path, const std::wstring& name) const {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <functional>
 
 namespace QOR::keystore::Testing {
 
@@ -98,71 +99,60 @@ TEST(SqliteDisk, RefusesANewStoreOnAFullDisk) {
     EXPECT_EQ(whyNot(folder.file()), "there is no room for the store");
 }
 
-// What several operations leave behind depends on where among their writes the room ends.
-template <class Check> void withEveryRoom(long last, Check check) {
-    for (long bytes = 0; bytes <= last; bytes += 4'000) check(bytes);
-}
-
-TEST(SqliteDisk, MakesAllLevelsOfAPathOrNone) {
-    int numMade = 0, numRefused = 0;
-    withEveryRoom(80'000, [&](long bytes) {
+// Does work on a prepared store on disks of every size, from those on which it fails to those with
+// room for it; what it leaves is checked each time.
+void onDisksOfAllSizes(const std::function<void(HKEY)>& prepare,
+                       const std::function<Status(HKEY)>& work,
+                       const std::function<void(HKEY, bool)>& check) {
+    int numDone = 0, numRefused = 0;
+    for (long bytes = 0; bytes <= 80'000; bytes += 4'000) {
+        SCOPED_TRACE(bytes);
         const Folder folder;
         const auto store = openSqliteStore(folder.file());
+        prepare(store->root());
         Status status;
         {
             const SmallDisk disk(bytes);
-            status = createStatus(store->root(), L"A\\B\\C");
+            status = work(store->root());
         }
-        ++(status == Success ? numMade : numRefused);
+        ++(status == Success ? numDone : numRefused);
         EXPECT_TRUE(status == Success || status == DiskFull) << status;
-        EXPECT_EQ(openStatus(store->root(), L"A\\B\\C"),
-                  status == Success ? Success : FileNotFound);
-        EXPECT_EQ(openStatus(store->root(), L"A"), status == Success ? Success : FileNotFound)
-            << bytes;
-    });
-    EXPECT_GT(numMade, 0);
+        check(store->root(), status == Success);
+    }
+    EXPECT_GT(numDone, 0);
     EXPECT_GT(numRefused, 0);
 }
 
-TEST(SqliteDisk, CopiesATreeWhollyOrNotAtAll) {
-    int numCopied = 0, numRefused = 0;
-    withEveryRoom(80'000, [&](long bytes) {
-        const Folder folder;
-        const auto store = openSqliteStore(folder.file());
-        setNumber(store->root(), L"S\\A", L"Gain", 1);
-        setNumber(store->root(), L"S\\B", L"Gain", 2);
-        const Handle target = created(store->root(), L"T");
-        Status status;
-        {
-            const SmallDisk disk(bytes);
-            status = RegCopyTreeW(store->root(), L"S", target);
-        }
-        ++(status == Success ? numCopied : numRefused);
-        EXPECT_EQ(subkeysOf(target), status == Success ? (Names{L"A", L"B"}) : Names{}) << bytes;
-    });
-    EXPECT_GT(numCopied, 0);
-    EXPECT_GT(numRefused, 0);
+void storeTree(HKEY root) {
+    setNumber(root, L"S\\A", L"Gain", 1);
+    setNumber(root, L"S\\B", L"Gain", 2);
+    createStatus(root, L"T");
 }
 
-TEST(SqliteDisk, DeletesATreeWhollyOrNotAtAll) {
-    int numDeleted = 0, numRefused = 0;
-    withEveryRoom(80'000, [&](long bytes) {
-        const Folder folder;
-        const auto store = openSqliteStore(folder.file());
-        setNumber(store->root(), L"S\\A", L"Gain", 1);
-        setNumber(store->root(), L"S\\B", L"Gain", 2);
-        Status status;
-        {
-            const SmallDisk disk(bytes);
-            status = RegDeleteTreeW(store->root(), L"S");
-        }
-        ++(status == Success ? numDeleted : numRefused);
-        const bool isThere = status != Success;
-        EXPECT_EQ(numberAt(store->root(), L"S\\A", L"Gain"), isThere ? 1 : -1) << bytes;
-        EXPECT_EQ(numberAt(store->root(), L"S\\B", L"Gain"), isThere ? 2 : -1) << bytes;
-    });
-    EXPECT_GT(numDeleted, 0);
-    EXPECT_GT(numRefused, 0);
+TEST(SqliteDisk, HasRoomForAllLevelsOfAPathOrGetsNone) {
+    onDisksOfAllSizes(
+        storeTree, [](HKEY root) { return createStatus(root, L"A\\B\\C"); },
+        [](HKEY root, bool isDone) {
+            EXPECT_EQ(openStatus(root, L"A\\B\\C"), isDone ? Success : FileNotFound);
+            EXPECT_EQ(openStatus(root, L"A"), isDone ? Success : FileNotFound);
+        });
+}
+
+TEST(SqliteDisk, HasRoomForAWholeCopyOrGetsNone) {
+    onDisksOfAllSizes(
+        storeTree, [](HKEY root) { return RegCopyTreeW(root, L"S", opened(root, L"T")); },
+        [](HKEY root, bool isDone) {
+            EXPECT_EQ(subkeysOf(opened(root, L"T")), isDone ? (Names{L"A", L"B"}) : Names{});
+        });
+}
+
+TEST(SqliteDisk, HasRoomToDeleteAWholeTreeOrKeepsIt) {
+    onDisksOfAllSizes(
+        storeTree, [](HKEY root) { return RegDeleteTreeW(root, L"S"); },
+        [](HKEY root, bool isDone) {
+            EXPECT_EQ(numberAt(root, L"S\\A", L"Gain"), isDone ? -1 : 1);
+            EXPECT_EQ(numberAt(root, L"S\\B", L"Gain"), isDone ? -1 : 2);
+        });
 }
 
 ssize_t breakWhileWriting(int, const void*, std::size_t, off_t) {
