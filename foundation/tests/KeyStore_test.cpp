@@ -146,6 +146,26 @@ TEST(MemoryStore, HasNoTimesAndNoClasses) {
     EXPECT_EQ(time.high, 0u);
 }
 
+TEST(MemoryStore, MeasuresNoTimesNoClassesAndNoSecurity) {
+    const auto store = makeMemoryStore();
+    char keyClass[4] = "xxx";
+    unsigned long classSize = 4, maxClass = 9, security = 9;
+    FileTime time{1, 1};
+
+    EXPECT_EQ(RegQueryInfoKeyA(store->root(), keyClass, &classSize, nullptr, nullptr, nullptr,
+                               &maxClass, nullptr, nullptr, nullptr, &security, &time),
+              Success);
+    EXPECT_EQ(keyClass[0], 0);
+    EXPECT_EQ(classSize, 0u);
+    EXPECT_EQ(maxClass, 0u);
+    EXPECT_EQ(security, 0u);
+    EXPECT_EQ(time.low, 0u);
+    EXPECT_EQ(time.high, 0u);
+    EXPECT_EQ(RegQueryInfoKeyA(store->root(), keyClass, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, nullptr, nullptr),
+              InvalidParameter);
+}
+
 TEST(MemoryStore, RefusesNullWhereItMustAnswer) {
     const auto store = makeMemoryStore();
     createStatus(store->root(), L"A");

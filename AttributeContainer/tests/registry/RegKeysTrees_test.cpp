@@ -159,6 +159,19 @@ TEST_P(RegKeysTrees, GivesEverybodyAccess) {
     EXPECT_FALSE(keys.setAccessToEveryOne("Missing"));
 }
 
+TEST_P(RegKeysTrees, ListsSubkeysOfAllCharacters) {
+    const std::string smile = "\xf0\x9f\x98\x80";
+    const std::wstring halfOfAPair{L'a', wchar_t(0xd800)};
+    RegKeys keys("A", root, false);
+    keys.createKey(smile, false);
+    makeKey(L"A\\" + halfOfAPair);
+
+    EXPECT_EQ(keys.enumerateKeys(), (std::vector<std::string>{"a_", smile}));
+    const auto own = keys.createFrom(false);
+    EXPECT_EQ(own->getSubKey(0), "a_");
+    EXPECT_EQ(own->getSubKey(1), smile);
+}
+
 TEST_P(RegKeysTrees, WritesNoLogLineWhenItFails) {
     const LogCapture log;
     RegKeys keys("A", root, false);

@@ -135,6 +135,19 @@ TEST_P(StoreConformance, CountsAndMeasuresWhatAKeyContains) {
     EXPECT_EQ(maxSize, 4u);
 }
 
+TEST_P(StoreConformance, MeasuresNamesInUtf16Units) {
+    const Handle key = created(root, L"A");
+    createStatus(key, L"\U0001f600\U0001f601");
+    setBytes(key, L"x\U0001f600", "1");
+    unsigned long maxKey = 0, maxName = 0;
+
+    EXPECT_EQ(RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, &maxKey, nullptr, nullptr,
+                               &maxName, nullptr, nullptr, nullptr),
+              Success);
+    EXPECT_EQ(maxKey, 4u);
+    EXPECT_EQ(maxName, 3u);
+}
+
 TEST_P(StoreConformance, CountsNothingInAnEmptyKey) {
     const Handle key = created(root, L"A");
     unsigned long keys = 9, values = 9, maxKey = 9;
