@@ -61,7 +61,11 @@ Status RegDeleteKeyW(HKEY key, const wchar_t* subkey) {
     KeyTreeStore::Node node;
     const Status status = inqPath(use.store(), use.node(), subkey, node);
     if (status != Success) return status;
-    return node == KeyTreeStore::rootNode ? AccessDenied : use.store().rmKey(node);
+    if (node == KeyTreeStore::rootNode) return AccessDenied;
+    const Status removed = use.store().rmKey(node);
+    const bool isHandleGone = node == use.node();
+    // Another program may have been faster, and this handle leads to a key all the same.
+    return removed == KeyDeleted && !isHandleGone ? FileNotFound : removed;
 }
 
 Store::Store() = default;
