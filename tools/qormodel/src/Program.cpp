@@ -1,12 +1,15 @@
 #include "Program.h"
 
+#include "commands/Choice.h"
 #include "commands/Commands.h"
+#include "io/StandardFiles.h"
 
 #include <csignal>
 #include <exception>
 #include <map>
 #include <memory>
 #include <new>
+#include <sstream>
 #include <string>
 
 namespace qormodel {
@@ -34,10 +37,24 @@ void addCommands(CLI::App& program, Session& session) {
 
 void addGlobalOptions(CLI::App& program, ColourMode& colours) {
     program.add_option("--color", colours, "Colours: auto, always or never")
-        ->transform(CLI::CheckedTransformer(colourModes, CLI::ignore_case))
+        ->transform(choiceOf(colourModes))
         ->option_text("auto|always|never");
     program.require_subcommand(1);
     program.fallthrough();
+}
+
+// What is wrong with the command line. The parser knows an unknown command only as a missing one.
+void tellUsage(const CLI::App& program, const CLI::ParseError& error) {
+    const auto commands = program.get_subcommands();
+    if (!commands.empty()) {
+        printNote(error.what());
+        return printNote("try 'qormodel " + commands.front()->get_name() + " --help'");
+    }
+    const auto words = program.remaining();
+    if (error.get_name() != "RequiredError") printNote(error.what());
+    else if (words.empty()) printNote("expected a command");
+    else printNote("there is no command or option " + words.front());
+    printNote("try 'qormodel --help'");
 }
 
 // The parser runs the command through its callback.
@@ -45,13 +62,13 @@ int parse(CLI::App& program, Session& session, int argc, const char* const* argv
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) {  // help was asked for
-            program.exit(error);
-            return static_cast<int>(Exit::Done);
+        if (error.get_exit_code() != 0) {
+            tellUsage(program, error);
+            return static_cast<int>(Exit::Failed);
         }
-        printNote(error.what());
-        printNote("try 'qormodel --help'");
-        return static_cast<int>(Exit::Failed);
+        std::ostringstream answer;  // help or the version was asked for
+        program.exit(error, answer, answer);
+        session.output.add(answer.str());
     }
     session.output.flush();
     return static_cast<int>(session.exit);
@@ -59,6 +76,7 @@ int parse(CLI::App& program, Session& session, int argc, const char* const* argv
 }  // namespace
 
 int runProgram(int argc, const char* const* argv) {
+    openStandardFiles();
     std::signal(SIGPIPE, SIG_IGN);  // a reader that leaves shows as a failed write
     try {
         CLI::App program("Looks at, changes, compares and merges model files.", "qormodel");

@@ -1,3 +1,4 @@
+#include "commands/Choice.h"
 #include "commands/Writing.h"
 
 #include "io/TargetBuffer.h"
@@ -107,7 +108,7 @@ void addCat(CLI::App& program, Session& session) {
     command
         ->add_option("--as", options->form,
                      "The form: text, xml, json, or export, which has no child objects")
-        ->transform(CLI::CheckedTransformer(forms, CLI::ignore_case))
+        ->transform(choiceOf(forms))
         ->option_text("text|xml|export|json");
     command
         ->add_option("--mask", options->mask,

@@ -1,3 +1,4 @@
+#include "commands/Choice.h"
 #include "commands/Writing.h"
 
 #include "merge/ConflictList.h"
@@ -114,12 +115,12 @@ void addMerge(CLI::App& program, Session& session) {
     command
         ->add_option("--observers", options->twoWay.telling,
                      "When observers hear of it: each change (they may refuse), end or never")
-        ->transform(CLI::CheckedTransformer(tellings))
+        ->transform(choiceOf(tellings))
         ->option_text("never|end|each");
     command
         ->add_option("--prefer", options->preferred,
                      "Whose change stands where both sides have one; else it is a conflict")
-        ->transform(CLI::CheckedTransformer(sides))
+        ->transform(choiceOf(sides))
         ->option_text("ours|theirs");
     command->add_option("--name", options->name,
                         "The name of the result in messages and of its list of conflicts");

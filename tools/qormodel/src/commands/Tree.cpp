@@ -87,7 +87,8 @@ void addTree(CLI::App& program, Session& session) {
     command->add_option("PATH", options->path, "Where to begin");
     command->add_flag("-a,--attributes", options->withAttributes, "Show attributes and values too");
     command->add_option("-L,--level", options->maxLevel, "How many levels to go down")
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()))
+        ->option_text("N");
     command->add_flag("--unknown", options->onlyUnknown, "Only what this program does not know");
     command->add_flag("--json", options->asJson, "Print one JSON object");
     command->footer("Example:\n  qormodel tree -L 2 -a project.model");

@@ -2,18 +2,24 @@
 
 #include <AttributeContainer/Version.h>
 
+#include <string>
+
 namespace qormodel {
 
 namespace ac = QOR::AttributeContainer;
 
+namespace {
+std::string versionText() {
+    return "qormodel " + ac::version.getAppVersion()->getReleaseNumbers() + "\nmodel format " +
+           ac::version.getFormatVersion()->getReleaseNumbers() + '\n';
+}
+}  // namespace
+
 void addVersion(CLI::App& program, Session& session) {
     auto* const command = program.add_subcommand("version", "Print the versions of the library");
     command->footer("Example:\n  qormodel version");
-    command->callback([&session] {
-        session.output.print("qormodel {}\nmodel format {}\n",
-                             ac::version.getAppVersion()->getReleaseNumbers(),
-                             ac::version.getFormatVersion()->getReleaseNumbers());
-    });
+    command->callback([&session] { session.output.add(versionText()); });
+    program.set_version_flag("--version", versionText, "Print the versions of the library");
 }
 
 }  // namespace qormodel

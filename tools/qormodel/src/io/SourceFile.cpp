@@ -1,9 +1,9 @@
 #include "io/SourceFile.h"
 
 #include "Failure.h"
+#include "io/NamelessFile.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <vector>
 
@@ -74,27 +74,18 @@ std::string SourceFile::slice(std::uint64_t begin, std::uint64_t end) const {
 
 // Replaces what can be read once by a copy.
 void SourceFile::spool() {
-    std::FILE* const file = std::tmpfile();
-    if (!file) fail(name, "cannot be copied to a temporary file");
-    const int copy = ::dup(::fileno(file));
-    std::fclose(file);
-    if (copy < 0) fail(name, "cannot be copied to a temporary file");
+    NamelessFile copy;
     std::vector<char> chunk(chunkSize);
-    try {
-        while (true) {
-            const ::ssize_t got = ::read(descriptor, chunk.data(), chunk.size());
-            if (got < 0 && errno == EINTR) continue;
-            if (got < 0) fail(name, "cannot be read");
-            if (got == 0) break;
-            writeAll(copy, chunk.data(), static_cast<std::size_t>(got), name);
-            size += static_cast<std::uint64_t>(got);
-        }
-    } catch (...) {
-        ::close(copy);
-        throw;
+    while (true) {
+        const ::ssize_t got = ::read(descriptor, chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) fail(name, "cannot be read");
+        if (got == 0) break;
+        writeAll(copy.getDescriptor(), chunk.data(), static_cast<std::size_t>(got), name);
+        size += static_cast<std::uint64_t>(got);
     }
     ::close(descriptor);
-    descriptor = copy;
+    descriptor = copy.release();
 }
 
 }  // namespace qormodel

@@ -3,6 +3,7 @@
 #include "io/InstanceNumbering.h"
 #include "io/ProgressBuffer.h"
 #include "io/SourceBuffer.h"
+#include "io/TargetBuffer.h"
 #include "model/Elements.h"
 #include "model/ErrorText.h"
 #include "terminal/Progress.h"
@@ -132,6 +133,13 @@ void collectShared(const Document& document, ac::SharedInstanceCollection& colle
     });
 }
 
+// A target that is a file knows more than that its stream has failed.
+[[noreturn]] void failToWrite(std::streambuf& target, const std::string& name,
+                              const LibraryError& error) {
+    if (auto* const file = dynamic_cast<TargetBuffer*>(&target)) file->finish();
+    throw Failure(Place{name}, textOf(error));
+}
+
 // The marks that a write with shared instances leaves behind.
 void clearSerialized(const Document& document) {
     forEachElement(document.root, [](const Element& element) {
@@ -194,7 +202,7 @@ void writeDocument(const Document& document, std::streambuf& target, const std::
     if (!error) error = document.root->writeTo(stream, context);
     clearSerialized(document);
     format.writeFooter();
-    if (error && !error->isWarning()) throw Failure(Place{name}, textOf(*error));
+    if (error && !error->isWarning()) failToWrite(target, name, *error);
     stream << '\n';
 }
 
@@ -204,7 +212,7 @@ void exportDocument(const Document& document, std::streambuf& target, const std:
     const auto context = std::make_shared<ac::WriteContextBase>();
     context->setWriteOnlyMarked(onlyMarked);
     const auto error = ac::XMLSerialization::to(stream, *document.root, context);
-    if (error && !error->isWarning()) throw Failure(Place{name}, textOf(*error));
+    if (error && !error->isWarning()) failToWrite(target, name, *error);
     stream << '\n';
 }
 

@@ -1,10 +1,9 @@
 // A document as it would be stored, in a file without a name.
 #pragma once
 
+#include "io/NamelessFile.h"
 #include "model/Document.h"
 
-#include <cstdio>
-#include <memory>
 #include <string>
 
 namespace qormodel {
@@ -16,10 +15,10 @@ public:
     explicit WrittenCopy(const Document& document);
 
     /// Under this name the process can open it.
-    std::string getName() const;
+    std::string getName() const { return file.getName(); }
 
 private:
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
+    NamelessFile file;
 };
 
 }  // namespace qormodel

@@ -50,7 +50,7 @@ void Output::setColourMode(ColourMode mode) {
 }
 
 std::string Output::in(Colour colour, std::string_view part) const {
-    if (!hasColours || colour == Colour::Plain) return std::string(part);
+    if (!hasColours || colour == Colour::Plain || part.empty()) return std::string(part);
     return codeOf(colour) + std::string(part) + "\033[0m";
 }
 
@@ -73,8 +73,13 @@ bool Output::flushThroughPager() {
     return true;
 }
 
+// Where nobody takes it, nothing is left to be done.
+void printOnErrors(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
 void printNote(std::string_view line) {
-    fmt::print(stderr, "qormodel: {}\n", line);
+    printOnErrors(fmt::format("qormodel: {}\n", line));
 }
 
 }  // namespace qormodel

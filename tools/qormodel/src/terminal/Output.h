@@ -39,6 +39,9 @@ private:
     bool hasColours = false;
 };
 
+/// Prints a piece of text on the standard error output. What cannot be printed is dropped.
+void printOnErrors(std::string_view text);
+
 /// Prints a line on the standard error output, behind the name of the program.
 void printNote(std::string_view line);
 

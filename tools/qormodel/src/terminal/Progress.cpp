@@ -1,9 +1,8 @@
 #include "terminal/Progress.h"
 
-#include <fmt/core.h>
+#include "terminal/Output.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
 #include <unistd.h>
@@ -15,7 +14,7 @@ Progress::Progress(std::string label, std::uint64_t total)
       isOnTerminal(::isatty(STDERR_FILENO) == 1) {}
 
 Progress::~Progress() {
-    if (isShown) fmt::print(stderr, "\r\033[K");
+    if (isShown) printOnErrors("\r\033[K");
 }
 
 void Progress::show(std::uint64_t done) {
@@ -23,14 +22,12 @@ void Progress::show(std::uint64_t done) {
     next = Clock::now() + std::chrono::milliseconds(100);
     isShown = true;
     if (total == 0) {
-        fmt::print(stderr, "\r\033[K{} {} MB", label, done / 1'000'000);
-        return;
+        return printOnErrors(fmt::format("\r\033[K{} {} MB", label, done / 1'000'000));
     }
     constexpr int width = 30;
     const auto filled = static_cast<int>(std::min<std::uint64_t>(done, total) * width / total);
-    fmt::print(stderr, "\r\033[K{} [{:=<{}}{:{}}] {:3} %", label, "", filled, "", width - filled,
-               std::min<std::uint64_t>(done, total) * 100 / total);
-    std::fflush(stderr);
+    printOnErrors(fmt::format("\r\033[K{} [{:=<{}}{:{}}] {:3} %", label, "", filled, "",
+                              width - filled, std::min<std::uint64_t>(done, total) * 100 / total));
 }
 
 }  // namespace qormodel

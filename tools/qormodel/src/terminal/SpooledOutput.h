@@ -1,10 +1,9 @@
 // The standard output of commands that print whole documents.
 #pragma once
 
+#include "io/NamelessFile.h"
 #include "io/TargetBuffer.h"
 
-#include <cstdio>
-#include <memory>
 #include <streambuf>
 
 namespace qormodel {
@@ -21,7 +20,7 @@ public:
     void finish();
 
 private:
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file;
+    NamelessFile file;
     TargetBuffer buffer;
 };
 
