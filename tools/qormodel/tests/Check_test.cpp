@@ -71,6 +71,11 @@ TEST(Check, FindsAFieldOfAnUnknownClass) {
               Strings{"warning class 4 /Legs: the class Tripod is not known to this program"});
 }
 
+TEST(Check, FindsAnAttributeOfAnUnknownTypeInAnObjectOfAnUnknownClass) {
+    EXPECT_TRUE(finds(modelText(root + object("Station", "A", "Attr<quaternion> { \nName \"Q\"\n}\n")),
+                      "problem type 8 /A: Attr<quaternion> is no type of an attribute"));
+}
+
 TEST(Check, FindsANameThatIsNotValid) {
     EXPECT_TRUE(finds(modelText(root + object("Object", "a b")),
                       "problem name 5 /a b: \"a b\" is no valid name"));

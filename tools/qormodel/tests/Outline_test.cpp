@@ -136,6 +136,24 @@ TEST(Outline, EndsNumbersAtABraceWithoutABlank) {
     EXPECT_EQ(textAt(text, attributes[1].value), "5");
 }
 
+TEST(Outline, EndsAListOfWordsAtABraceThatBeginsAWord) {
+    const std::string body = "\nValue { true \"x {y }\n}\n";
+    for (const char* const type : {"BoolVector", "Int8Vector", "UInt8Vector", "UuidSet",
+                                   "UuidVector"}) {
+        const std::string text = modelText("AttrContainer { \nAttr<" + std::string(type) +
+                                           "> { \nName \"L\"" + body +
+                                           "Attr<int> { \nName \"N\"\nValue 5\n}\n}\n");
+
+        const Outline outline = outlineOf(text);
+
+        EXPECT_FALSE(outline.broken) << type;
+        const auto& attributes = outline.elements[0].attributes;
+        ASSERT_EQ(attributes.size(), 2u) << type;
+        EXPECT_EQ(textAt(text, attributes[0].value), "{ true \"x {y }");
+        EXPECT_EQ(textAt(text, attributes[1].value), "5");
+    }
+}
+
 TEST(Outline, TakesAnIdentifierInBracesWhole) {
     const std::string text =
         modelText("AttrContainer { \nAttr<Uuid> { \nName \"U\"\n"

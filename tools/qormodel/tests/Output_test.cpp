@@ -69,6 +69,22 @@ TEST(JsonOutput, ReplacesBytesThatAreNoUtf8) {
     EXPECT_NE(text.find("\"text\": \"a\xef\xbf\xbd\""), std::string::npos) << text;
 }
 
+TEST(Output, PutsNoColourAroundNothing) {
+    Output output;
+    output.setColourMode(ColourMode::Always);
+
+    EXPECT_EQ(output.in(Output::Colour::Faint, ""), "");
+}
+
+TEST(Failure, ShowsTheEndsOfAPathThatIsVeryLong) {
+    const std::string whole = '/' + std::string(399, 'a');
+    const std::string longer = "/front" + std::string(1000, 'x') + "/back";
+
+    EXPECT_EQ(describe({"", 0, whole}, "text"), whole + ": text");
+    EXPECT_EQ(describe({"", 0, longer}, "text"),
+              "/front" + std::string(194, 'x') + "..." + std::string(195, 'x') + "/back: text");
+}
+
 TEST(Failure, TellsWhatIsKnownOfItsPlace) {
     EXPECT_EQ(describe({"f.model", 3, "/A"}, "text"), "f.model:3: /A: text");
     EXPECT_EQ(describe({"f.model", 0, ""}, "text"), "f.model: text");

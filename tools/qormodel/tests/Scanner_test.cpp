@@ -117,3 +117,27 @@ TEST(Scanner, FindsTheSameInPiecesThatABufferCuts) {
 
     EXPECT_EQ(tokensOf(word + " \"" + text + "\"\n}"), expected);
 }
+
+TEST(Scanner, TakesQuotesAndBracesInAListOfWordsForLetters) {
+    const TemporaryFile file("{ a\"b \"c {d } \"} tail\"");
+    const SourceFile source(file.getName());
+    Scanner skipping(source);
+    skipping.next();
+    Scanner reading(source);
+    reading.next();
+    reading.setWordsOnly(true);
+
+    EXPECT_EQ(skipping.skipWordList().kind, Kind::Close);
+    EXPECT_EQ(skipping.getOffset(), 14u);  // behind the first brace that begins a word
+    for (const char* const word : {"a\"b", "\"c", "{d"}) EXPECT_EQ(reading.next().text, word);
+    EXPECT_EQ(reading.next().kind, Kind::Close);
+}
+
+TEST(Scanner, TellsThatAListOfWordsHasNoEnd) {
+    const TemporaryFile file("{ a b}");
+    const SourceFile source(file.getName());
+    Scanner scanner(source);
+    scanner.next();
+
+    EXPECT_EQ(scanner.skipWordList().kind, Kind::End);
+}

@@ -160,5 +160,25 @@ TEST(TwoWayMerge, BringsTheRelationsOver) {
     EXPECT_EQ(numRelations(with.document), 0U);
 }
 
+TEST(TwoWayMerge, BringsTheChildrenOfAnObjectThatIsAFieldOfTheSourceAlone) {
+    const auto make = [] {
+        Document document = makeTarget();
+        const auto place = ac::Object::create();
+        place->name("Place");
+        document.root->addField(place, "Place", 0);
+        put(*addObject(*addObject(*place, "Room", 8), "Desk", 9), "Legs", 4);
+        return document;
+    };
+    Document source = make();
+    Document target = makeTarget();
+
+    const auto result = mergeTwoWays(target, source, {});
+
+    EXPECT_EQ(compareDocuments(target, make()).size(), 0U);
+    EXPECT_EQ(valueAt(target, "/Place/Room/Desk/Legs"), "4");
+    EXPECT_EQ(result.numObjectsAdded, 2U);
+    EXPECT_EQ(result.values.numFieldsAdded, 1U);
+}
+
 }  // namespace
 }  // namespace qormodel

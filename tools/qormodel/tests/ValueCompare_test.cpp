@@ -69,6 +69,34 @@ TEST(ValueCompare, TakesFlagsAndIdentifiersInAnyCaseForTheSame) {
                         "00112233-4455-6677-8899-aabbccddeefe"));
 }
 
+TEST(ValueCompare, TakesWordsWithQuotesForWords) {
+    EXPECT_TRUE(isSame("BoolVector", "{ \"true true }", "{ false true }"));
+    EXPECT_FALSE(isSame("BoolVector", "{ \"false true }", "{ false false }"));
+    EXPECT_FALSE(isSame("BoolVector", "{ true {true }", "{ true }"));
+}
+
+TEST(ValueCompare, MindsNoOrderInSetsAndMaps) {
+    const std::string one = "11111111-1111-1111-1111-111111111111";
+    const std::string two = "22222222-2222-2222-2222-22222222222a";
+    const std::string capital = "22222222-2222-2222-2222-22222222222A";
+
+    EXPECT_TRUE(isSame("UuidSet", "{ " + capital + ' ' + one + ' ' + one + " }",
+                       "{ " + one + ' ' + two + " }"));
+    EXPECT_FALSE(isSame("UuidSet", "{ " + two + " }", "{ " + one + " }"));
+    EXPECT_FALSE(isSame("UuidVector", "{ " + two + ' ' + one + " }", "{ " + one + ' ' + two + " }"));
+    EXPECT_TRUE(isSame("StringSet", "3 \"b\" \"a\" \"b\"", "2 \"a\" \"b\""));
+    EXPECT_FALSE(isSame("StringSet", "2 \"b\" \"c\"", "2 \"a\" \"b\""));
+    EXPECT_FALSE(isSame("StringArray", "2 \"b\" \"a\"", "2 \"a\" \"b\""));
+    EXPECT_TRUE(isSame("StringMap", "2 \"b\"=>\"x y\" \"a\"=>\"}\"",
+                       "2 \"a\"=>\"}\" \"b\"=>\"x y\""));
+    EXPECT_FALSE(isSame("StringMap", "2 \"b\"=>\"x\" \"a\"=>\"y\"",
+                        "2 \"a\"=>\"x\" \"b\"=>\"y\""));
+}
+
+TEST(ValueCompare, TellsAKeyOfAMapThatComesTwice) {
+    EXPECT_FALSE(isSame("StringMap", "2 \"a\"=>\"x\" \"a\"=>\"y\"", "1 \"a\"=>\"y\""));
+}
+
 TEST(ValueCompare, TakesTextsWithTheSameCharactersForTheSame) {
     EXPECT_TRUE(isSame("String", "\"a\tb\"", "\"a\\tb\""));
     EXPECT_FALSE(isSame("String", "\"a\"", "\"A\""));

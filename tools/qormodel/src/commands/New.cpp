@@ -6,6 +6,7 @@
 #include <points/PointFile.h>
 #include <points/TrackFile.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -35,6 +36,12 @@ void checkTarget(const Options& options) {
         throw Failure(Place{options.file}, "is there already; --force replaces it");
 }
 
+void checkInputs(const Options& options) {
+    const auto numDashes = std::count(options.scans.begin(), options.scans.end(), "-") +
+                           std::count(options.tracks.begin(), options.tracks.end(), "-");
+    if (numDashes > 1) throw Failure("only one file can be the standard input");
+}
+
 std::string nameOf(const Options& options) {
     if (!options.name.empty()) return options.name;
     std::string name = std::filesystem::path(options.file).stem().string();
@@ -42,7 +49,8 @@ std::string nameOf(const Options& options) {
     return name;
 }
 
-template <class Read> auto readWithProgress(const std::string& file, const Read& read) {
+template <class Read> auto readWithProgress(const std::string& name, const Read& read) {
+    const std::string file = name == "-" ? "/dev/stdin" : name;
     std::error_code error;
     const auto size = std::filesystem::file_size(file, error);
     Progress progress("reading " + file, error ? 0 : size);
@@ -51,6 +59,7 @@ template <class Read> auto readWithProgress(const std::string& file, const Read&
 
 void run(const Options& options, Session& session) {
     checkTarget(options);
+    checkInputs(options);
     ScanTree tree(nameOf(options));
     const bool isQuiet = options.file == "-";
     const auto report = [&](const std::string& path, std::size_t count, const char* what) {
@@ -84,7 +93,8 @@ void addNew(CLI::App& program, Session& session) {
         ->required();
     command
         ->add_option("--scan", options->scans,
-                     "Add a scan: x,y,z[,nx,ny,nz] lines, legacy VTK text or PLY")
+                     "Add a scan: x,y,z[,nx,ny,nz] lines, legacy VTK text or PLY; - for the "
+                     "standard input")
         ->allow_extra_args(false);
     command
         ->add_option("--track", options->tracks,

@@ -19,7 +19,7 @@ void addVersion(CLI::App& program, Session& session) {
     auto* const command = program.add_subcommand("version", "Print the versions of the library");
     command->footer("Example:\n  qormodel version");
     command->callback([&session] { session.output.add(versionText()); });
-    program.set_version_flag("--version", versionText, "Print the versions of the library");
+    program.set_version_flag("--version", [] { return versionText().substr(0, versionText().size() - 1); }, "Print the versions of the library");
 }
 
 }  // namespace qormodel

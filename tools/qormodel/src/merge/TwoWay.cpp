@@ -55,8 +55,9 @@ public:
 
     TwoWayResult run() {
         if (!options.onlyMarked.empty()) findWanted();
-        const auto wanted = parts();
+        auto wanted = parts();
         for (std::size_t i = 0; i < source.nodes.size(); ++i) mergeValues(i);
+        followCopies(wanted);
         assemble(wanted, false, [this](const Part& part, const std::string& former) {
             result.notes.push_back(former + " is named " + part.container->getName() +
                                    " here: the name is taken");
@@ -167,6 +168,17 @@ private:
         }
         countRemoved();
         return parts;
+    }
+
+    // The merger adds a copy of a field that the target does not have, and children of an object
+    // are not copied: they are to hang below that copy.
+    static void followCopies(std::vector<Part>& parts) {
+        for (Part& part : parts) {
+            if (!part.isField) continue;
+            const auto& holder = parts[part.parent].container;
+            const auto field = holder->getField(holder->getFieldToken(part.slot)).lock();
+            if (field) part.container = field;
+        }
     }
 
     template <class Add> void addTarget(std::vector<std::size_t>& ofTarget, const Add& add) const {

@@ -14,6 +14,7 @@
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReferenceDictionary.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
+#include <AttributeContainer/ValueTypes.h>
 #include <AttributeContainer/Version.h>
 #include <AttributeContainer/WriteContext.h>
 #include <AttributeContainer/XMLSerialization.h>
@@ -22,6 +23,7 @@
 #include <istream>
 #include <set>
 #include <stdexcept>
+#include <string>
 #include <unordered_set>
 #include <utility>
 
@@ -83,6 +85,49 @@ Warning warningOf(const Document& document, const LibraryError& error, const Pla
     return warning;
 }
 
+bool isTypeOfStreams(const std::string& word) {
+    const ac::AttrType type = ac::AttrContainer::getTypeFromString(word);
+    bool isFound = false;
+    ac::ValueTypes::forEach([&]<class Row>() {
+        isFound = isFound || (Row::token == type && Row::isCreated);
+    });
+    return isFound;
+}
+
+// The first attribute of an element that has no type which a stream can hold; there the library
+// stops.
+std::optional<Failure> unknownTypeIn(const Document& document, std::size_t element) {
+    const auto& attributes = document.outline.elements[element].attributes;
+    const auto found = std::find_if(attributes.begin(), attributes.end(), [](const auto& each) {
+        return !isTypeOfStreams(each.type);
+    });
+    if (found == attributes.end()) return std::nullopt;
+    Place place = document.placeOf(element, found->line);
+    place.path = pathBelow(place.path, found->name);
+    return Failure(place, found->type + " is no type of an attribute: expected one such as "
+                              "Attr<double>");
+}
+
+std::size_t depthOf(const Outline& outline, std::size_t element) {
+    std::size_t depth = 0;
+    for (; element != 0; element = outline.elements[element].parent) ++depth;
+    return depth;
+}
+
+// What the library's error means for those who see the text.
+[[noreturn]] void failToRead(const Document& document, const LibraryError& error,
+                             std::uint64_t offset, const Place& place) {
+    const std::size_t element = document.outline.elementAt(offset == 0 ? 0 : offset - 1);
+    if (error.getCode() == ac::ErrorCode::AttributeNotCreated)
+        if (const auto failure = unknownTypeIn(document, element)) throw *failure;
+    const unsigned maxDepth = ac::ReadContextBase().getMaxDepth();
+    if (error.getCode() == ac::ErrorCode::ParseFailed &&
+        depthOf(document.outline, element) > maxDepth)
+        throw Failure(place, "lies too deep: expected " + std::to_string(maxDepth) +
+                                 " levels of objects and fields at most");
+    throw Failure(place, textOf(error));
+}
+
 // Whether only white space is left. A value that is no value of its type stops the library without
 // a word; what it left unread tells.
 bool isAtEnd(std::streambuf& buffer) {
@@ -103,7 +148,8 @@ void readBody(Document& document) {
     const auto place = [&] { return placeBefore(document, buffer.getOffset(), buffer.getLine()); };
     try {
         const auto error = document.root->readFrom(stream, context);
-        if (error && !error->isWarning()) throw Failure(place(), textOf(*error));
+        if (error && !error->isWarning())
+            failToRead(document, *error, buffer.getOffset(), place());
         if (error) document.warnings.push_back(warningOf(document, *error, place()));
         const Place stop = place();
         if (!isAtEnd(buffer))

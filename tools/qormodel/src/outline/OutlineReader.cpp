@@ -1,5 +1,7 @@
 #include "outline/OutlineReader.h"
 
+#include "outline/WordList.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -148,7 +150,9 @@ void OutlineReader::handleOpen(const Token& token) {
         }
         const std::uint64_t line = token.line;
         growValue(token);
-        if (scanner.skipBlock().kind == Token::Kind::End)
+        const Token& end =
+            isWordList(attribute().type) ? scanner.skipWordList() : scanner.skipBlock();
+        if (end.kind == Token::Kind::End)
             return breakOff(line, "the list that begins here has no end: expected }");
         attribute().value.end = scanner.getOffset();
         return;

@@ -29,7 +29,7 @@ const Token& Scanner::next() {
         start(Token::Kind::End);
         return token;
     }
-    switch (chunk[at]) {
+    switch (wordsOnly && chunk[at] != '}' ? ' ' : chunk[at]) {
         case '{':
         case '}':
             start(chunk[at] == '{' ? Token::Kind::Open : Token::Kind::Close);
@@ -68,6 +68,14 @@ const Token& Scanner::skipBlock() {
         } else {
             skipWord();
         }
+    }
+}
+
+const Token& Scanner::skipWordList() {
+    while (true) {
+        skipSpace();
+        if (isAtEnd() || chunk[at] == '}') return next();
+        skipWord();
     }
 }
 

@@ -39,10 +39,17 @@ public:
     /// of the cost of its tokens. \return the `Close`, or `End` where there is none.
     const Token& skipBlock();
 
+    /// The same behind the `Open` of a list of words, which ends at the first brace that closes and
+    /// at which a word would begin.
+    const Token& skipWordList();
+
     std::uint64_t getOffset() const { return chunkBegin + at; }
 
     /// Whether braces count within words too, as they do behind the number of a value.
     void setBracesEndWords(bool value) { bracesEndWords = value; }
+
+    /// Whether quotes and opening braces are letters, as they are in a list of words.
+    void setWordsOnly(bool value) { wordsOnly = value; }
 
 private:
     bool fill();
@@ -66,6 +73,7 @@ private:
     std::uint64_t line;
     Progress* progress = nullptr;
     bool bracesEndWords = false;
+    bool wordsOnly = false;
     Token token;
 };
 

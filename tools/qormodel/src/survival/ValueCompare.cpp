@@ -1,6 +1,7 @@
 #include "survival/ValueCompare.h"
 
 #include "outline/Scanner.h"
+#include "outline/WordList.h"
 
 #include <QOR/Text.h>
 #include <QOR/Uuid.h>
@@ -10,7 +11,10 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <set>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qormodel {
@@ -103,6 +107,38 @@ bool isSameToken(const std::string& type, const Token& a, const Token& b) {
     return a.kind != Kind::String || a.text == b.text || unescaped(a.text) == unescaped(b.text);
 }
 
+bool isUnordered(std::string_view type) {
+    return type == "Attr<UuidSet>" || type == "Attr<StringSet>" || type == "Attr<StringMap>";
+}
+
+std::string wordOf(const Token& token) {
+    if (token.kind == Kind::String) return unescaped(token.text);
+    const auto uuid = QOR::uuids::uuid::parse(token.text);
+    return uuid ? uuid->toString() : token.text;
+}
+
+// What a set or a map holds, in an order that is not that of its text. A key with its value is one
+// element, so that a key which comes twice shows.
+std::multiset<std::string> elementsOf(const std::string& type, const SourceFile& source,
+                                      const Slice& slice) {
+    Scanner scanner = scannerOf(type, source, slice);
+    scanner.next();  // the brace, or the number of elements
+    scanner.setWordsOnly(isWordList(type));
+    std::multiset<std::string> elements;
+    while (true) {
+        const Token& token = scanner.next();
+        if (token.kind == Kind::Close || token.kind == Kind::End) break;
+        std::string element = wordOf(token);
+        if (type == "Attr<StringMap>") {
+            scanner.next();  // the arrow
+            element += '\0' + wordOf(scanner.next());
+        }
+        if (type == "Attr<StringMap>" || !elements.contains(element))
+            elements.insert(std::move(element));
+    }
+    return elements;
+}
+
 std::string textOf(const Token& token) {
     switch (token.kind) {
         case Kind::Word: return token.text;
@@ -142,9 +178,14 @@ std::optional<ValueDifference> compareValues(const std::string& type, const Sour
     if (isSameText(before, beforeSlice, after, afterSlice)) return std::nullopt;
     if (type == "Attr<Uuid>" && isSameUuid(before, beforeSlice, after, afterSlice))
         return std::nullopt;
+    if (isUnordered(type) &&
+        elementsOf(type, before, beforeSlice) == elementsOf(type, after, afterSlice))
+        return std::nullopt;
     Scanner first = scannerOf(type, before, beforeSlice);
     Scanner second = scannerOf(type, after, afterSlice);
-    while (true) {
+    for (bool isInside = false;; isInside = isInside || isWordList(type)) {
+        first.setWordsOnly(isInside);  // the brace in front of the words is one
+        second.setWordsOnly(isInside);
         const Token& a = first.next();
         const Token& b = second.next();
         if (!isSameToken(type, a, b))

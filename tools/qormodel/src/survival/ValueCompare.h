@@ -17,7 +17,8 @@ struct ValueDifference {
 
 /// Compares two values of an attribute type such as "Attr<double>", each a slice of its file.
 /// Numbers, flags and identifiers may be spelled in different ways; an empty slice is the default.
-/// Costs a pass over both, and memory for one element. \return none when they are the same
+/// Costs a pass over both, and memory for one element; for sets and maps, whose order is no matter,
+/// for all. \return none when they are the same
 std::optional<ValueDifference> compareValues(const std::string& type, const SourceFile& before,
                                              const Slice& beforeSlice, const SourceFile& after,
                                              const Slice& afterSlice);

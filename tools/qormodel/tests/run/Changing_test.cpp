@@ -96,6 +96,15 @@ TEST_F(RunNew, NamesTheLineThatIsNoPoint) {
     EXPECT_FALSE(isThere("hall.model"));
 }
 
+TEST_F(RunNew, TakesPointsFromTheStandardInput) {
+    options.input = "1,2,3\n";
+
+    expect({"new", "hall.model", "--scan", "-"}, 0, "+ /Scans/stdin: 1 points\n");
+    EXPECT_EQ(get("hall.model", "/Scans/stdin/Points"), "{ (1 2 3) }\n");
+    expect({"new", "two.model", "--scan", "-", "--track", "-"}, 2, "",
+           "qormodel: only one file can be the standard input\n");
+}
+
 TEST_F(RunNew, WritesNothingInADryRunAndTheDocumentAloneToTheStandardOutput) {
     put("a.csv", "1,2,3\n");
 
@@ -161,6 +170,13 @@ TEST_F(RunSet, WritesToTheStandardOutputOrNowhere) {
     expected.replace(expected.find("Value 2\n"), 8, "Value 3\n");
     expect({"set", "project.model", "/Scans/Count=3", "-o", "-"}, 0, expected);
     EXPECT_EQ(content("project.model"), projectText);
+}
+
+TEST_F(RunSet, TellsWhyATargetCannotBeWritten) {
+    expect({"set", "project.model", "/Action=x", "-o", "/dev/full"}, 2, "",
+           "qormodel: /dev/full: cannot be written: No space left on device\n");
+    expect({"cat", "project.model", "-o", "/dev/full"}, 2, "",
+           "qormodel: /dev/full: cannot be written: No space left on device\n");
 }
 
 TEST_F(RunDiff, TellsWhatDiffersAndSoDoesItsStatus) {

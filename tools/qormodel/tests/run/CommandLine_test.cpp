@@ -91,6 +91,31 @@ TEST(RunProgram, ExitsWithTwoForBadUsage) {
     }
 }
 
+TEST(RunProgram, TellsWhatIsWrongWithACommandLine) {
+    const std::string forAll = "qormodel: try 'qormodel --help'\n";
+    EXPECT_EQ(runQormodel({}).err, "qormodel: expected a command\n" + forAll);
+    EXPECT_EQ(runQormodel({"dance"}).err,
+              "qormodel: there is no command or option dance\n" + forAll);
+    EXPECT_EQ(runQormodel({"--dance"}).err,
+              "qormodel: there is no command or option --dance\n" + forAll);
+    EXPECT_EQ(runQormodel({"tree", "-L", "-1", "x"}).err,
+              "qormodel: --level: Value -1 not in range 0 to 2147483647\n"
+              "qormodel: try 'qormodel tree --help'\n");
+    EXPECT_EQ(runQormodel({"cat", "--as", "prose", "x"}).err,
+              "qormodel: --as: \"prose\" is none of export, json, text, xml\n"
+              "qormodel: try 'qormodel cat --help'\n");
+}
+
+TEST(RunProgram, TakesTheWordsOfAnOptionInAnyCase) {
+    const TemporaryFile file(projectText);
+
+    EXPECT_EQ(runQormodel({"cat", "--as", "TEXT", file.getName()}).out, projectText);
+}
+
+TEST(RunProgram, PrintsItsVersionsForAnOptionToo) {
+    EXPECT_EQ(runQormodel({"--version"}).out, runQormodel({"version"}).out);
+}
+
 TEST(RunProgram, PrintsItsVersions) {
     const RunResult result = runQormodel({"version"});
 
@@ -274,4 +299,40 @@ TEST(RunPipes, TellAFullDevice) {
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err,
               "qormodel: standard output: cannot be written: No space left on device\n");
+}
+
+TEST(RunPipes, TellThatHelpCannotBePrinted) {
+    EXPECT_EQ(runShell("qormodel --help > /dev/full").status, 2);
+}
+
+TEST(RunPipes, MayAllBeClosed) {
+    const TemporaryFile file(projectText);
+
+    EXPECT_EQ(runShell("qormodel cat " + file.getName() + " >&- 2>&-").status, 2);
+    EXPECT_EQ(runShell("qormodel info - <&- 2>&-").status, 2);
+}
+
+TEST(RunPipes, TellThatTheStandardOutputIsClosed) {
+    const TemporaryFile file(projectText);
+
+    const RunResult result =
+        runShell("cat " + file.getName() + " | timeout 60 qormodel cat - >&-");
+
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "qormodel: standard output: cannot be written: Bad file descriptor\n");
+}
+
+TEST(RunPipes, AreCopiedToTheFolderThatTheEnvironmentNames) {
+    const TemporaryFile file(projectText);
+    RunOptions options;
+    options.environment["TMPDIR"] = file.getFolder().string();
+    const std::string line = "cat " + file.getName() + " | qormodel get - /Scans/Count";
+
+    EXPECT_EQ(runShell(line, options).out, "2\n");
+
+    options.environment["TMPDIR"] = (file.getFolder() / "none").string();
+    const RunResult result = runShell(line, options);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "qormodel: " + options.environment["TMPDIR"] +
+                              ": no temporary file can be made: No such file or directory\n");
 }
