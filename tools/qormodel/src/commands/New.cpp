@@ -53,7 +53,7 @@ template <class Read> auto readWithProgress(const std::string& name, const Read&
     const std::string file = name == "-" ? "/dev/stdin" : name;
     std::error_code error;
     const auto size = std::filesystem::file_size(file, error);
-    Progress progress("reading " + file, error ? 0 : size);
+    Progress progress("reading " + (name == "-" ? "stdin" : name), error ? 0 : size);
     return read(file, [&](std::uint64_t done, std::uint64_t) { progress.show(done); });
 }
 

@@ -117,8 +117,8 @@ std::string wordOf(const Token& token) {
     return uuid ? uuid->toString() : token.text;
 }
 
-// What a set or a map holds, in an order that is not that of its text. A key with its value is one
-// element, so that a key which comes twice shows.
+// What a set or a map holds, in an order that is not that of its text. What comes twice, which would
+// not be written twice, shows; a key with its value is one element.
 std::multiset<std::string> elementsOf(const std::string& type, const SourceFile& source,
                                       const Slice& slice) {
     Scanner scanner = scannerOf(type, source, slice);
@@ -133,8 +133,7 @@ std::multiset<std::string> elementsOf(const std::string& type, const SourceFile&
             scanner.next();  // the arrow
             element += '\0' + wordOf(scanner.next());
         }
-        if (type == "Attr<StringMap>" || !elements.contains(element))
-            elements.insert(std::move(element));
+        elements.insert(std::move(element));
     }
     return elements;
 }

@@ -308,6 +308,44 @@ TEST_F(RunMerge, ListsConflictsAndKeepsOurs) {
     EXPECT_EQ(get("ours.model", "/Scans/Count"), "4\n");
 }
 
+TEST_F(RunMerge, GoesByItsOptions) {
+    put("source.model", projectText);
+    run({"set", "source.model", "/Scans/Count=5", "/Scans/Box/Size=9", "--rm", "/Scans/First"});
+    const auto merged = [&](const std::vector<std::string>& more) {
+        std::vector<std::string> arguments{"merge", "project.model", "source.model", "-o",
+                                           "merged.model"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        EXPECT_EQ(run(arguments).status, 0);
+        return get("merged.model", "/Scans/Count") + get("merged.model", "/Scans/Box/Size") +
+               get("merged.model", "/Scans/First/Name");
+    };
+
+    EXPECT_EQ(merged({}), "5\n9\n");
+    EXPECT_EQ(merged({"--keep"}), "5\n9\nFirst\n");
+    EXPECT_EQ(merged({"--only-marked", "/Scans/Count"}), "5\n2.5\nFirst\n");
+    EXPECT_EQ(merged({"--observers", "each"}), "5\n9\n");
+    EXPECT_EQ(merged({"--observers", "end"}), "5\n9\n");
+    EXPECT_EQ(merged({"--dry-run", "--keep"}), "5\n9\n");  // as it was
+    EXPECT_EQ(content("project.model"), projectText);
+}
+
+TEST_F(RunMerge, SettlesConflictsByThePreferredSide) {
+    for (const char* const each : {"ours", "theirs"}) put(std::string(each) + ".model", projectText);
+    run({"set", "ours.model", "/Scans/Count=3"});
+    run({"set", "theirs.model", "/Scans/Count=4"});
+    const auto preferring = [&](const std::string& side) {
+        EXPECT_EQ(run({"merge", "project.model", "ours.model", "theirs.model", "--prefer", side,
+                       "-o", "merged.model"})
+                      .status,
+                  0);
+        return get("merged.model", "/Scans/Count");
+    };
+
+    EXPECT_EQ(preferring("ours"), "3\n");
+    EXPECT_EQ(preferring("theirs"), "4\n");
+    EXPECT_FALSE(isThere("merged.model.conflicts.json"));
+}
+
 TEST_F(RunMerge, RefusesOptionsOfTheOtherForm) {
     EXPECT_EQ(run({"merge", "project.model"}).status, 2);
     EXPECT_EQ(run({"merge", "project.model", "project.model", "--prefer", "ours"}).status, 2);

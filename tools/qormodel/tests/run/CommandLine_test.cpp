@@ -336,3 +336,35 @@ TEST(RunPipes, AreCopiedToTheFolderThatTheEnvironmentNames) {
     EXPECT_EQ(result.err, "qormodel: " + options.environment["TMPDIR"] +
                               ": no temporary file can be made: No such file or directory\n");
 }
+
+TEST(RunOnTerminal, ShowsAProgressBarForWhatTakesOverASecond) {
+    const TemporaryFile file("");
+    RunOptions options;
+    options.folder = file.getFolder().string();
+    const auto run = [&](const std::string& pause) {
+        return runShell("command -v script > /dev/null || exit 77; script -qec '(echo 1,2,3; sleep " +
+                            pause + "; echo 4,5,6) | qormodel new - --scan - > /dev/null' /dev/null",
+                        options);
+    };
+    const RunResult slow = run("1.2");
+    if (slow.status == 77) GTEST_SKIP() << "there is no program script";
+
+    EXPECT_NE(slow.out.find("reading stdin 0 MB"), std::string::npos) << slow.out;
+    EXPECT_TRUE(slow.out.ends_with("\r\033[K")) << slow.out;  // it is wiped in the end
+    EXPECT_EQ(run("0").out, "");
+}
+
+TEST(RunOnTerminal, GivesLongOutputToThePager) {
+    const TemporaryFile file(projectText);
+    const auto run = [&](int height) {
+        return runShell("command -v script > /dev/null || exit 77; PAGER='sed s/^/paged:/' "
+                        "script -qec 'stty rows " +
+                        std::to_string(height) + "; qormodel --color never tree " +
+                        file.getName() + "' /dev/null");
+    };
+    const RunResult paged = run(3);  // the tree has four lines
+    if (paged.status == 77) GTEST_SKIP() << "there is no program script";
+
+    EXPECT_EQ(paged.out.find("paged:/ Object"), 0u) << paged.out;
+    EXPECT_EQ(run(5).out.find("/ Object"), 0u);
+}
