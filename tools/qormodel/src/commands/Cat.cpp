@@ -116,8 +116,10 @@ void addCat(CLI::App& program, Session& session) {
         ->delimiter(',')
         ->allow_extra_args(false)
         ->option_text("PATH,...");
-    command->add_option("-o,--output", options->write.output,
-                        "Where to write; else the standard output");
+    command
+        ->add_option("-o,--output", options->write.output,
+                     "Where to write; else the standard output")
+        ->check(checkFileName);
     command->add_flag("--no-backup", options->write.noBackup,
                       "Keep no copy of the old file as FILE~");
     command->add_flag("--force", options->write.force,

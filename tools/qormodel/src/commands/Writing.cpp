@@ -32,9 +32,15 @@ bool isAnythingLost(const Document& document, const std::vector<std::string>& ma
 }
 }  // namespace
 
+std::string checkFileName(const std::string& name) {
+    return name.empty() ? "expected the name of a file" : "";
+}
+
 void addWriteFlags(CLI::App& command, WriteFlags& flags) {
-    command.add_option("-o,--output", flags.output,
-                       "Where to write, - for the standard output; else the file itself");
+    command
+        .add_option("-o,--output", flags.output,
+                    "Where to write, - for the standard output; else the file itself")
+        ->check(checkFileName);
     command.add_flag("--no-backup", flags.noBackup, "Keep no copy of the old file as FILE~");
     command.add_flag("--force", flags.force, "Write even where something would get lost");
     command.add_flag("--dry-run", flags.dryRun, "Tell what would be done, write nothing");

@@ -172,6 +172,14 @@ TEST_F(RunSet, WritesToTheStandardOutputOrNowhere) {
     EXPECT_EQ(content("project.model"), projectText);
 }
 
+TEST_F(RunSet, TakesNoEmptyNameForItsTarget) {
+    expect({"set", "project.model", "/Action=x", "-o", ""}, 2, "",
+           "qormodel: --output: expected the name of a file\n"
+           "qormodel: try 'qormodel set --help'\n");
+    EXPECT_EQ(content("project.model"), projectText);
+    EXPECT_EQ(run({"cat", "project.model", "-o", ""}).status, 2);
+}
+
 TEST_F(RunSet, TellsWhyATargetCannotBeWritten) {
     expect({"set", "project.model", "/Action=x", "-o", "/dev/full"}, 2, "",
            "qormodel: /dev/full: cannot be written: No space left on device\n");
