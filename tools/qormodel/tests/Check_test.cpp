@@ -72,7 +72,8 @@ TEST(Check, FindsAFieldOfAnUnknownClass) {
 }
 
 TEST(Check, FindsAnAttributeOfAnUnknownTypeInAnObjectOfAnUnknownClass) {
-    EXPECT_TRUE(finds(modelText(root + object("Station", "A", "Attr<quaternion> { \nName \"Q\"\n}\n")),
+    const std::string attribute = "Attr<quaternion> { \nName \"Q\"\n}\n";
+    EXPECT_TRUE(finds(modelText(root + object("Station", "A", attribute)),
                       "problem type 8 /A: Attr<quaternion> is no type of an attribute"));
 }
 

@@ -83,7 +83,8 @@ TEST(ValueCompare, MindsNoOrderInSetsAndMaps) {
     EXPECT_TRUE(isSame("UuidSet", "{ " + capital + ' ' + one + " }",
                        "{ " + one + ' ' + two + " }"));
     EXPECT_FALSE(isSame("UuidSet", "{ " + two + " }", "{ " + one + " }"));
-    EXPECT_FALSE(isSame("UuidVector", "{ " + two + ' ' + one + " }", "{ " + one + ' ' + two + " }"));
+    EXPECT_FALSE(
+        isSame("UuidVector", "{ " + two + ' ' + one + " }", "{ " + one + ' ' + two + " }"));
     EXPECT_TRUE(isSame("StringSet", "2 \"b\" \"a\"", "2 \"a\" \"b\""));
     EXPECT_FALSE(isSame("StringSet", "2 \"b\" \"c\"", "2 \"a\" \"b\""));
     EXPECT_FALSE(isSame("StringArray", "2 \"b\" \"a\"", "2 \"a\" \"b\""));

@@ -19,7 +19,9 @@ void addVersion(CLI::App& program, Session& session) {
     auto* const command = program.add_subcommand("version", "Print the versions of the library");
     command->footer("Example:\n  qormodel version");
     command->callback([&session] { session.output.add(versionText()); });
-    program.set_version_flag("--version", [] { return versionText().substr(0, versionText().size() - 1); }, "Print the versions of the library");
+    // The parser ends the text with a line feed of its own.
+    const auto text = [] { return versionText().substr(0, versionText().size() - 1); };
+    program.set_version_flag("--version", text, "Print the versions of the library");
 }
 
 }  // namespace qormodel

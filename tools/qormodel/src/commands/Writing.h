@@ -17,8 +17,8 @@ struct WriteFlags {
     bool dryRun = false;
 };
 
-/// A check for the option -o: what is wrong with the name of a file; nothing where it is not empty. An
-/// empty one, of a shell's variable that is not set, is not to mean the file that was read.
+/// A check for the option -o: what is wrong with the name of a file; nothing where it is not empty.
+/// An empty one, of a shell's variable that is not set, is not to mean the file that was read.
 std::string checkFileName(const std::string& name);
 
 /// Adds -o, --no-backup, --force and --dry-run.

@@ -117,8 +117,8 @@ std::string wordOf(const Token& token) {
     return uuid ? uuid->toString() : token.text;
 }
 
-// What a set or a map holds, in an order that is not that of its text. What comes twice, which would
-// not be written twice, shows; a key with its value is one element.
+// What a set or a map holds, in an order that is not that of its text. What comes twice shows,
+// since it would not be written twice; a key with its value is one element.
 std::multiset<std::string> elementsOf(const std::string& type, const SourceFile& source,
                                       const Slice& slice) {
     Scanner scanner = scannerOf(type, source, slice);

@@ -338,7 +338,7 @@ TEST_F(RunMerge, GoesByItsOptions) {
 }
 
 TEST_F(RunMerge, SettlesConflictsByThePreferredSide) {
-    for (const char* const each : {"ours", "theirs"}) put(std::string(each) + ".model", projectText);
+    for (const char* const each : {"ours.model", "theirs.model"}) put(each, projectText);
     run({"set", "ours.model", "/Scans/Count=3"});
     run({"set", "theirs.model", "/Scans/Count=4"});
     const auto preferring = [&](const std::string& side) {

@@ -342,8 +342,9 @@ TEST(RunOnTerminal, ShowsAProgressBarForWhatTakesOverASecond) {
     RunOptions options;
     options.folder = file.getFolder().string();
     const auto run = [&](const std::string& pause) {
-        return runShell("command -v script > /dev/null || exit 77; script -qec '(echo 1,2,3; sleep " +
-                            pause + "; echo 4,5,6) | qormodel new - --scan - > /dev/null' /dev/null",
+        return runShell("command -v script > /dev/null || exit 77; "
+                        "script -qec '(echo 1,2,3; sleep " + pause +
+                            "; echo 4,5,6) | qormodel new - --scan - > /dev/null' /dev/null",
                         options);
     };
     const RunResult slow = run("1.2");
