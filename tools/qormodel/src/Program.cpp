@@ -30,6 +30,7 @@ void addCommands(CLI::App& program, Session& session) {
     addSet(program, session);
     addDiff(program, session);
     addMerge(program, session);
+    addHtml(program, session);
     addGitSetup(program, session);
     addFmt(program, session);
     addVersion(program, session);

@@ -20,6 +20,7 @@ void addDiff(CLI::App& program, Session& session);
 void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
 void addHelp(CLI::App& program, Session& session);
+void addHtml(CLI::App& program, Session& session);
 void addInfo(CLI::App& program, Session& session);
 void addGitSetup(CLI::App& program, Session& session);
 void addMerge(CLI::App& program, Session& session);

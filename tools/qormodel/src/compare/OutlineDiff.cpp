@@ -1,18 +1,15 @@
 #include "compare/OutlineDiff.h"
 
 #include "compare/Diff.h"
-#include "model/Relations.h"
 
 #include <algorithm>
 
 namespace qormodel {
 
-namespace {
-std::string textOf(const Relation& relation) {
+std::string relationText(const Relation& relation) {
     return (relation.isAsked ? "asks " : "tells ") + relation.observer + " (" + relation.action +
            ", " + relation.priority + ')';
 }
-}  // namespace
 
 Contents listContents(const Document& document) {
     Contents contents;
@@ -57,22 +54,23 @@ void OutlineDiff::addRelations(std::vector<Change>& changes) const {
 
     std::multimap<std::string, Relation> open;  // those of the second document
     for (const auto& relation : listRelations(secondDocument))
-        open.emplace(relation.observable + ' ' + textOf(relation), relation);
+        open.emplace(relation.observable + ' ' + relationText(relation), relation);
     for (const auto& relation : listRelations(firstDocument)) {
         const auto place = pathInSecond.find(relation.holder);
         std::string observable = relation.observable;
         if (place != pathInSecond.end() && observable.starts_with(relation.holder))
             observable.replace(0, relation.holder.size(), place->second);
-        if (const auto found = open.find(observable + ' ' + textOf(relation));
+        if (const auto found = open.find(observable + ' ' + relationText(relation));
             found != open.end()) {
             open.erase(found);
             continue;
         }
-        changes.push_back({'-', Change::Kind::Relation, relation.observable, "", textOf(relation)});
+        changes.push_back(
+            {'-', Change::Kind::Relation, relation.observable, "", relationText(relation)});
     }
     for (const auto& [key, relation] : open)
         changes.push_back(
-            {'+', Change::Kind::Relation, relation.observable, "", "", textOf(relation)});
+            {'+', Change::Kind::Relation, relation.observable, "", "", relationText(relation)});
 }
 
 }  // namespace qormodel

@@ -4,6 +4,7 @@
 #include "compare/FlatTree.h"
 #include "compare/Pairing.h"
 #include "model/Document.h"
+#include "model/Relations.h"
 
 #include <map>
 #include <string>
@@ -12,6 +13,9 @@
 namespace qormodel {
 
 struct Change;
+
+/// A relation as a change tells of it.
+std::string relationText(const Relation& relation);
 
 /// The content that no class understands, by the path of the element that holds it.
 using Contents = std::map<std::string, std::vector<std::string>>;

@@ -1,0 +1,215 @@
+// The plan: where stations, pictures and markers are, seen from above, as a drawing that is as wide
+// as its place.
+
+const maxSymbols = 4000;
+const maxLabels = 25;
+const kinds = { station: 'Stations', picture: 'Pictures', marker: 'Markers' };
+const svgNamespace = 'http://www.w3.org/2000/svg';
+
+const plan = {
+    symbols: data.plan.symbols.slice(0, maxSymbols),
+    areas: data.plan.areas.slice(0, maxSymbols),
+    chosen: -1,
+    width: 600,
+    height: 380,
+    scale: 1,       // points of the drawing for a unit of the model
+    center: [0, 0],  // of the drawing, in the model
+};
+
+function makeSvg(tag, attributes) {
+    const element = document.createElementNS(svgNamespace, tag);
+    for (const [name, value] of Object.entries(attributes || {})) element.setAttribute(name, value);
+    return element;
+}
+
+function addSvg(parent, tag, attributes) {
+    const element = makeSvg(tag, attributes);
+    parent.append(element);
+    return element;
+}
+
+function toDrawing(x, y) {
+    return [plan.width / 2 + (x - plan.center[0]) * plan.scale,
+        plan.height / 2 - (y - plan.center[1]) * plan.scale];
+}
+
+function fitPlan() {
+    const xs = [];
+    const ys = [];
+    for (const symbol of plan.symbols) xs.push(symbol.x), ys.push(symbol.y);
+    for (const area of plan.areas)
+        area.c.forEach((value, index) => (index % 2 === 0 ? xs : ys).push(value));
+    const [left, right] = rangeOf(xs);
+    const [low, high] = rangeOf(ys);
+    plan.center = [left / 2 + right / 2, low / 2 + high / 2];
+    const scale = Math.min((plan.width - 70) / (right - left), (plan.height - 70) / (high - low));
+    plan.scale = Number.isFinite(scale) && scale > 0 ? scale : 40;
+}
+
+function rangeOf(values) {
+    return values.reduce(([min, max], each) => [Math.min(min, each), Math.max(max, each)],
+        [Infinity, -Infinity]);
+}
+
+function signOfSymbol(symbol) {
+    return symbol.from ? '~' : isComparison ? (data.nodes[symbol.n].s || '') : '';
+}
+
+function shapeOf(symbol, index) {
+    const sign = signOfSymbol(symbol);
+    const group = makeSvg('g', {
+        class: 'symbol ' + symbol.k + (sign ? ' ' + signs[sign].className : ''),
+        id: 'symbol' + index, role: 'option', 'aria-selected': 'false',
+    });
+    const name = nameOf(rowOfNode[symbol.n]);
+    group.setAttribute('aria-label', symbol.k + ' ' + name + (sign ? ', ' + signs[sign].name : ''));
+    addSvg(group, 'title').textContent = textOfSymbol(symbol);
+    addSvg(group, 'circle', { r: 12, class: 'reach' });
+    if (symbol.k === 'station') {
+        if (symbol.h !== undefined)
+            addSvg(group, 'path', { d: 'M0 0H11', transform: 'rotate(' + -symbol.h * 180 / Math.PI + ')' });
+        addSvg(group, 'circle', { r: plan.symbols.length > 100 ? 3 : 5 });
+    } else if (symbol.k === 'picture') {
+        addSvg(group, 'path', { d: 'M-6 -4H6V5H-6Z M-2 -4V-6H2V-4 M2 0A2 2 0 1 1 -2 0A2 2 0 1 1 2 0' });
+    } else {
+        addSvg(group, 'path', { d: 'M0 -6L6 5H-6Z' });
+    }
+    if (plan.symbols.length <= maxLabels) addSvg(group, 'text', { x: 9, y: -6 }).textContent = (sign ? signs[sign].shown + ' ' : '') + name;
+    return group;
+}
+
+function textOfSymbol(symbol) {
+    return symbol.k + ' ' + pathOf(rowOfNode[symbol.n]) + '\n' +
+        [symbol.x, symbol.y, symbol.z].map(numberText).join(', ');
+}
+
+// Grid lines and the scale, 1, 2 or 5 times a power of ten apart.
+function drawGrid(svg) {
+    const wanted = 80 / plan.scale;
+    const power = 10 ** Math.floor(Math.log10(wanted));
+    const step = power * ([1, 2, 5].find((each) => each * power >= wanted) || 10);
+    const grid = addSvg(svg, 'g', { class: 'grid' });
+    const lines = (center, length, draw) => {
+        const first = Math.ceil((center - length / plan.scale / 2) / step);
+        const count = Math.min(40, Math.floor(length / plan.scale / step) + 1);
+        for (let i = 0; i < count; ++i) draw((first + i) * step);
+    };
+    lines(plan.center[0], plan.width, (x) => addSvg(grid, 'path', { d: 'M' + toDrawing(x, 0)[0] + ' 0V' + plan.height }));
+    lines(plan.center[1], plan.height, (y) => addSvg(grid, 'path', { d: 'M0 ' + toDrawing(0, y)[1] + 'H' + plan.width }));
+    const bar = addSvg(svg, 'g', { class: 'scale' });
+    addSvg(bar, 'path', { d: 'M12 ' + (plan.height - 16) + 'v6h' + step * plan.scale + 'v-6' });
+    addSvg(bar, 'text', { x: 16, y: plan.height - 18 }).textContent = numberText(step);
+}
+
+function drawPlan() {
+    const svg = makeSvg('svg', {
+        viewBox: '0 0 ' + plan.width + ' ' + plan.height, tabindex: '0', role: 'listbox',
+        'aria-label': 'Plan, x to the right and y up', id: 'map',
+    });
+    drawGrid(svg);
+    for (const area of plan.areas) {
+        const corners = [];
+        for (let i = 0; i < area.c.length; i += 2) corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
+        addSvg(svg, 'polygon', { points: corners.join(' '), class: 'area' });
+    }
+    plan.symbols.forEach((symbol, index) => {
+        const [x, y] = toDrawing(symbol.x, symbol.y);
+        if (symbol.from) {
+            const [fromX, fromY] = toDrawing(symbol.from[0], symbol.from[1]);
+            addSvg(svg, 'path', { d: 'M' + fromX + ' ' + fromY + 'L' + x + ' ' + y, class: 'way' });
+        }
+        const shape = shapeOf(symbol, index);
+        shape.setAttribute('transform', 'translate(' + x + ' ' + y + ')');
+        svg.append(shape);
+    });
+    const hadFocus = document.activeElement && document.activeElement.id === 'map';
+    document.getElementById('drawing').replaceChildren(svg);
+    listenToPlan(svg);
+    markInPlan(view.selected);
+    if (hadFocus) svg.focus({ preventScroll: true });
+}
+
+/** Marks the symbol of the selected element, if it has one. */
+function markInPlan(row) {
+    const svg = document.getElementById('map');
+    if (!svg) return;
+    if (plan.chosen < 0 || plan.symbols[plan.chosen].n !== row.node)
+        plan.chosen = plan.symbols.findIndex((symbol) => symbol.n === row.node);
+    for (const marked of svg.querySelectorAll('.chosen')) {
+        marked.classList.remove('chosen');
+        marked.setAttribute('aria-selected', 'false');
+    }
+    svg.removeAttribute('aria-activedescendant');
+    const shape = document.getElementById('symbol' + plan.chosen);
+    if (!shape) return;
+    shape.classList.add('chosen');
+    shape.setAttribute('aria-selected', 'true');
+    svg.setAttribute('aria-activedescendant', shape.id);
+}
+
+function choose(index) {
+    plan.chosen = (index + plan.symbols.length) % plan.symbols.length;
+    const symbol = plan.symbols[plan.chosen];
+    document.getElementById('plan-note').textContent = textOfSymbol(symbol);
+    showRow(rowOfNode[symbol.n]);
+}
+
+function zoom(factor) {
+    plan.scale = factor === 0 ? plan.scale : plan.scale * factor;
+    if (factor === 0) fitPlan();
+    drawPlan();
+}
+
+function pan(x, y) {
+    plan.center = [plan.center[0] + x / plan.scale, plan.center[1] + y / plan.scale];
+    drawPlan();
+}
+
+function onPlanKey(event) {
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    const steps = { ArrowLeft: [-1, -50, 0], ArrowRight: [1, 50, 0], ArrowUp: [-1, 0, 50], ArrowDown: [1, 0, -50] };
+    const step = steps[event.key];
+    if (step && event.shiftKey) pan(step[1], step[2]);
+    else if (step) choose(plan.chosen < 0 && step[0] < 0 ? 0 : plan.chosen + step[0]);
+    else if (event.key === '+') zoom(1.5);
+    else if (event.key === '-') zoom(1 / 1.5);
+    else if (event.key === '0') zoom(0);
+    else if (event.key === 'Enter' && plan.chosen >= 0) jumpTo(rowOfNode[plan.symbols[plan.chosen].n]);
+    else return;
+    event.preventDefault();
+}
+
+// A drag moves the plan, a click on a symbol chooses it.
+function listenToPlan(svg) {
+    svg.addEventListener('keydown', onPlanKey);
+    svg.addEventListener('click', (event) => {
+        const shape = event.target.closest('.symbol');
+        if (shape) choose(Number(shape.id.slice(6)));
+    });
+    let from = null;
+    svg.addEventListener('pointerdown', (event) => { from = [event.clientX, event.clientY]; });
+    svg.addEventListener('pointerup', (event) => {
+        if (!from) return;
+        const move = [event.clientX - from[0], event.clientY - from[1]];
+        const ratio = plan.width / svg.getBoundingClientRect().width;
+        if (event.pointerType === 'mouse' && Math.hypot(...move) > 5) pan(-move[0] * ratio, move[1] * ratio);
+        from = null;
+    });
+}
+
+function showPlan() {
+    if (plan.symbols.length === 0) return;
+    document.getElementById('plan').hidden = false;
+    plan.width = Math.max(280, Math.min(900, document.getElementById('drawing').clientWidth));
+    plan.height = Math.round(plan.width * 0.62);
+    const words = Object.entries(kinds).map(([kind, title]) => [title, plan.symbols.filter((each) => each.k === kind).length]);
+    const legend = document.getElementById('plan-legend');
+    legend.textContent = words.filter(([, count]) => count > 0).map(([title, count]) => title + ' ' + count).join(', ');
+    if (data.plan.symbols.length > maxSymbols)
+        legend.textContent += ', the first of ' + data.plan.symbols.length;
+    fitPlan();
+    drawPlan();
+}
+
+for (const button of document.querySelectorAll('[data-zoom]'))
+    button.addEventListener('click', () => zoom({ in: 1.5, out: 1 / 1.5, fit: 0 }[button.dataset.zoom]));
