@@ -66,7 +66,7 @@ function makeTable(attributes, row) {
         } else {
             cell.textContent = value;
         }
-        addTo(line, 'td', 'type', data.types[type]);
+        addTo(line, 'td', 'type', shortTypeOf(data.types[type])).title = data.types[type];
     });
     return table;
 }

@@ -58,8 +58,7 @@ function buildRows() {
     for (let at = rows.length - 1; at > 0; --at) {
         const row = rows[at];
         row.parent.end = Math.max(row.parent.end, row.end);
-        const isOwn = isComparison && row.sign && !(row.kind === 'element' && row.sign === '~');
-        row.parent.changes += row.changes + (isOwn ? 1 : 0);
+        row.parent.changes += row.changes + (isChange(row) ? 1 : 0);
     }
     for (const relation of data.relations) {
         const from = rowOfPlace(relation.n, relation.a);
@@ -69,6 +68,20 @@ function buildRows() {
         if (!isComparison || !relation.s) continue;
         for (let row = from; row; row = row.parent) ++row.changes;
     }
+}
+
+/** Whether a row differs by itself, and not by what is below it. */
+function isChange(row) {
+    if (!isComparison) return false;
+    if (row.kind === 'mark') return data.nodes[row.node].m[row.index][2] === 1;
+    return row.kind === 'attribute' ? row.sign !== '' : row.sign === '-' || row.sign === '+';
+}
+
+/** Whether a row says again what the row above it says. */
+function isRepeated(row) {
+    const entry = data.nodes[row.node];
+    if (row.kind !== 'attribute' || row.sign) return false;
+    return entry.a[row.index][0] === 'Name' && entry.a[row.index][2] === entry.n;
 }
 
 /** The row of an attribute of a node, or of the node itself where there is none of that name. */
@@ -92,6 +105,12 @@ function typeOf(row) {
     const entry = data.nodes[row.node];
     if (row.kind === 'mark') return '';
     return row.kind === 'attribute' ? data.types[entry.a[row.index][1]] : data.classes[entry.c];
+}
+
+/** The type without the word that all attributes have. */
+function shortTypeOf(type) {
+    const inner = /^Attr<(.*)>$/.exec(type);
+    return inner ? inner[1] : type;
 }
 
 /** The value of an attribute's row; of one that differs, that before and that after. */
@@ -131,7 +150,7 @@ function findRow(path) {
 /** What a search looks into, made at the first one. */
 function searchTextOf(row) {
     if (row.searchText === undefined)
-        row.searchText = (nameOf(row) + '\n' + typeOf(row) + '\n' + valueOf(row)).toLowerCase();
+        row.searchText = isRepeated(row) ? '' : (nameOf(row) + '\n' + typeOf(row) + '\n' + valueOf(row)).toLowerCase();
     return row.searchText;
 }
 

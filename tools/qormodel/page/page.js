@@ -6,8 +6,7 @@ const state = document.getElementById('status');
 
 const shownKinds = {
     all: null,
-    changes: (row) => Boolean(row.sign) && !(row.kind === 'element' && row.sign === '~') ||
-        row.relations.some((relation) => relation.s),
+    changes: (row) => isChange(row) || row.relations.some((relation) => relation.s),
     unknown: isUnknown,
     relations: (row) => row.relations.length > 0 || row.told.length > 0,
 };
@@ -18,6 +17,7 @@ function applyFilter() {
     const isOfKind = shownKinds[show.value];
     const isWanted = (row) => (!isOfKind || isOfKind(row)) && (!wanted || searchTextOf(row).includes(wanted));
     view.filter = wanted || isOfKind ? isWanted : null;
+    view.isSearch = wanted !== '';
     markHits();
     tree.scrollTop = 0;
     layOut();
@@ -121,7 +121,7 @@ function showAddress() {
 // The head. ---------------------------------------------------------------------------------------
 
 function describeHead() {
-    const names = data.files.map((file) => file.name.split('/').pop());
+    const names = data.files.map((file) => file.name);
     const title = document.getElementById('title');
     title.textContent = names.join(' \u2192 ');
     document.title = names.join(' \u2192 ');
@@ -140,7 +140,7 @@ function describeHead() {
     describeChanges();
     const warnings = document.getElementById('warnings');
     for (const each of data.files)
-        for (const text of each.warnings) addTo(warnings, 'li', '', each.name + ': ' + text);
+        for (const text of each.warnings) addTo(warnings, 'li', '', text);
     warnings.hidden = warnings.childElementCount === 0;
 }
 

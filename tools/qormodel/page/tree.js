@@ -9,6 +9,7 @@ const view = {
     rows: [],          // those that are unfolded, from the top
     selected: rows[0],
     filter: null,      // says of a row whether it is a hit; null where all are shown
+    isSearch: false,   // the filter asks for words
     numHits: 0,
     withValues: true,
     withEmpty: false,
@@ -29,7 +30,11 @@ function isShown(row, isBelowHit) {
     if (view.filter && !row.isHit && !row.hasHit && !isBelowHit) return false;
     if (row.kind !== 'attribute' || (view.filter && row.isHit)) return true;
     if (row.sign || row.relations.length > 0 || row === view.selected) return true;
-    return view.withValues && (view.withEmpty || !data.nodes[row.node].a[row.index][3]);
+    return view.withValues && (view.withEmpty || !isEmpty(row));
+}
+
+function isEmpty(row) {
+    return isRepeated(row) || Boolean(data.nodes[row.node].a[row.index][3]);
 }
 
 // Whether anything would show below a row.
@@ -93,7 +98,7 @@ function makeRow(row) {
     element.style.top = row.line * view.height + 'px';
     element.style.setProperty('--depth', row.depth);
     if (row.sign) element.classList.add(signs[row.sign].className);
-    if (view.filter && row.isHit) element.classList.add('hit');
+    if (view.isSearch && row.isHit) element.classList.add('hit');
     const opens = canOpen(row);
     const fold = make('span', 'fold', opens ? (isOpen(row) ? '\u25be' : '\u25b8') : '');
     fold.setAttribute('aria-hidden', 'true');
@@ -107,7 +112,7 @@ function fillRow(element, row) {
     if (row.sign) element.append(makeSign(row.sign));
     element.append(make('span', 'name', nameOf(row) || '(no name)'));
     if (row.kind === 'attribute') element.append(make('span', 'value', valueOf(row)));
-    element.append(make('span', 'type', typeOf(row)));
+    element.append(make('span', 'type', shortTypeOf(typeOf(row))));
     if (row.kind === 'element' && data.nodes[row.node].f) element.append(make('span', 'badge', 'field'));
     if (row.kind === 'element' && data.nodes[row.node].u) element.append(make('span', 'badge query', 'unknown class'));
     if (row.kind === 'element' && row.changes > 0 && !isOpen(row))

@@ -78,7 +78,7 @@ private:
     }
 
     void addMark(std::size_t node, char sign, const std::string& text) {
-        if (node != FlatTree::none) marks[node].push_back({std::string(1, sign), text});
+        if (node != FlatTree::none) marks[node].push_back({std::string(1, sign), text, 1});
     }
 
     Json describe(std::size_t index) {

@@ -7,22 +7,28 @@
 #include "page/Thumbnail.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace qormodel {
 
 namespace {
+// Without its folder: that is not what a page that is passed on should tell.
+std::string baseName(const std::string& file) {
+    return std::filesystem::path(file).filename().string();
+}
+
 Json describeFile(const Document& document) {
     Json warnings = Json::array();
     for (const auto& warning : document.warnings) {
         Place place = warning.place;
-        place.file.clear();
+        place.file = baseName(place.file);
         warnings.push_back(describe(place, warning.text));
     }
     if (document.isNewerThanLibrary())
         warnings.push_back("the format is newer than this program: parts may be missing");
     const auto& versions = document.outline.versions;
-    return {{"name", document.source ? document.source->getName() : document.file},
+    return {{"name", baseName(document.source ? document.source->getName() : document.file)},
             {"title", document.outline.title},
             {"formatVersion", versions.empty() ? "" : versions.front()},
             {"size", document.source ? document.source->getSize() : 0},
@@ -45,7 +51,6 @@ PointSets collectPointSets(const PageTree& tree) {
 }
 
 Json describePointSets(const PointSets& sets) {
-    const std::size_t side = sideFor(sets.size());
     Json described = Json::array();
     for (const auto& [node, points] : sets) {
         Json set{{"n", node},
@@ -54,7 +59,7 @@ Json describePointSets(const PointSets& sets) {
                  {"min", points.min},
                  {"max", points.max}};
         if (described.size() < maxNumThumbnails) {
-            const Thumbnail thumbnail = makeThumbnail(points, side);
+            const Thumbnail thumbnail = makeThumbnail(points, sideFor(sets.size(), points.numPoints));
             set["w"] = thumbnail.numColumns;
             set["h"] = thumbnail.numRows;
             set["d"] = packCells(thumbnail);

@@ -117,10 +117,10 @@ std::string packCells(const Thumbnail& thumbnail) {
     return text;
 }
 
-std::size_t sideFor(std::size_t numThumbnails) {
-    if (numThumbnails <= 80) return 128;
-    if (numThumbnails <= 320) return 64;
-    return 32;
+std::size_t sideFor(std::size_t numThumbnails, std::uint64_t numPoints) {
+    const std::size_t greatest = numThumbnails <= 80 ? 128 : numThumbnails <= 320 ? 64 : 32;
+    const double wanted = std::ceil(2 * std::sqrt(static_cast<double>(numPoints)));
+    return std::clamp(static_cast<std::size_t>(wanted), std::size_t{16}, greatest);
 }
 
 }  // namespace qormodel

@@ -47,7 +47,7 @@ std::string packCells(const Thumbnail& thumbnail);
 constexpr std::size_t maxNumThumbnails = 1280;
 
 /// How many cells the longer side has where a page shows that many thumbnails: all of a page
-/// together take less than a megabyte.
-std::size_t sideFor(std::size_t numThumbnails);
+/// together take less than a megabyte. Few points have larger cells, or they would hardly be seen.
+std::size_t sideFor(std::size_t numThumbnails, std::uint64_t numPoints);
 
 }  // namespace qormodel
