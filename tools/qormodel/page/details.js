@@ -58,11 +58,11 @@ function makeTable(attributes, row) {
             title.prepend(makeSign(sign), ' ');
         }
         if (row.kind === 'attribute' && row.index === index) line.classList.add('selected');
-        const cell = addTo(line, 'td', 'value');
+        const cell = addTo(addTo(line, 'td', 'value'), 'div');
         if (sign === '~') {
-            addTo(cell, 'del', '', before);
+            addTo(cell, 'del', '', before || emptyText);
             cell.append(' \u2192 ');
-            addTo(cell, 'ins', '', after);
+            addTo(cell, 'ins', '', after || emptyText);
         } else {
             cell.textContent = value;
         }
@@ -81,9 +81,15 @@ function makeRelations(node) {
         for (const relation of relations) makeOne(addTo(items, 'li'), relation);
         parts.push(items);
     };
-    const rowsHere = [own, ...rows.slice(own.at + 1, own.end).filter((each) => each.parent === own && each.kind === 'attribute')];
+    const rowsHere = [
+        own,
+        ...rows.slice(own.at + 1, own.end)
+            .filter((each) => each.parent === own && each.kind === 'attribute')
+    ];
     list('Tells', rowsHere.flatMap((each) => each.relations), (item, relation) => {
-        item.append((relation.a || nameOf(own)) + (relation.q ? ' asks ' : ' tells '), makeTarget(relation, false));
+        item.append(
+            (relation.a || nameOf(own)) + (relation.q ? ' asks ' : ' tells '),
+            makeTarget(relation, false));
         addTo(item, 'span', 'type', relationWords(relation));
     });
     list('Is told by', rowsHere.flatMap((each) => each.told), (item, relation) => {
@@ -132,7 +138,8 @@ function makeFigure(set, isInList) {
         canvas.width = set.w;
         canvas.height = set.h;
         canvas.setAttribute('role', 'img');
-        canvas.setAttribute('aria-label', 'The points of ' + nameOf(rowOfNode[set.n]) + ' from above');
+        canvas.setAttribute(
+            'aria-label', 'The points of ' + nameOf(rowOfNode[set.n]) + ' from above');
         canvas.set = set;
         drawCells(canvas, set);
     }
@@ -149,12 +156,12 @@ function showThumbnails() {
     document.getElementById('points').hidden = false;
     const list = document.getElementById('thumbnails');
     const watcher = new IntersectionObserver((entries) => {
-        for (const { isIntersecting, target } of entries) {
+        for (const {isIntersecting, target} of entries) {
             if (!isIntersecting) continue;
             watcher.unobserve(target);
             target.replaceChildren(makeFigure(target.set, true));
         }
-    }, { rootMargin: '300px' });
+    }, {rootMargin: '300px'});
     for (const set of data.pointSets) {
         const place = addTo(list, 'div', 'thumbnail');
         place.set = set;

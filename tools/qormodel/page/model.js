@@ -6,14 +6,17 @@ const data = JSON.parse(document.getElementById('data').textContent);
 const rows = [];
 const rowOfNode = [];
 const isComparison = data.files.length > 1;
+const emptyText = '(empty)';
 const signs = {
-    '-': { name: 'removed', shown: '\u2212', className: 'minus' },
-    '+': { name: 'added', shown: '+', className: 'plus' },
-    '~': { name: 'changed', shown: '~', className: 'tilde' },
-    '?': { name: 'unknown', shown: '?', className: 'query' },
+    '-': {name: 'removed', shown: '\u2212', className: 'minus'},
+    '+': {name: 'added', shown: '+', className: 'plus'},
+    '~': {name: 'changed', shown: '~', className: 'tilde'},
+    '?': {name: 'unknown', shown: '?', className: 'query'},
 };
 
-/** An element with this tag, class and text. Texts of a model come into the page in this way only. */
+/**
+ * An element with this tag, class and text. Texts of a model come into the page in this way only.
+ */
 function make(tag, className, text) {
     const element = document.createElement(tag);
     if (className) element.className = className;
@@ -33,9 +36,21 @@ function makeSign(sign) {
 
 function addRow(kind, node, index, parent) {
     const row = {
-        kind, node, index, parent, at: rows.length, end: rows.length + 1,
-        depth: parent ? parent.depth + 1 : 0, sign: signOf(kind, node, index),
-        relations: [], told: [], isOpen: false, isFilterOpen: false, isHit: false, hasHit: false, changes: 0,
+        kind,
+        node,
+        index,
+        parent,
+        at: rows.length,
+        end: rows.length + 1,
+        depth: parent ? parent.depth + 1 : 0,
+        sign: signOf(kind, node, index),
+        relations: [],
+        told: [],
+        isOpen: false,
+        isFilterOpen: false,
+        isHit: false,
+        hasHit: false,
+        changes: 0,
     };
     rows.push(row);
     return row;
@@ -118,7 +133,7 @@ function valueOf(row) {
     if (row.kind !== 'attribute') return '';
     const attribute = data.nodes[row.node].a[row.index];
     if (attribute[4] !== '~') return attribute[2];
-    return attribute[5] + ' \u2192 ' + attribute[6];
+    return (attribute[5] || emptyText) + ' \u2192 ' + (attribute[6] || emptyText);
 }
 
 /** As in "/Scans/First/Points"; "/" for the root. */
@@ -150,7 +165,9 @@ function findRow(path) {
 /** What a search looks into, made at the first one. */
 function searchTextOf(row) {
     if (row.searchText === undefined)
-        row.searchText = isRepeated(row) ? '' : (nameOf(row) + '\n' + typeOf(row) + '\n' + valueOf(row)).toLowerCase();
+        row.searchText = isRepeated(row) ?
+            '' :
+            (nameOf(row) + '\n' + typeOf(row) + '\n' + valueOf(row)).toLowerCase();
     return row.searchText;
 }
 
@@ -161,7 +178,8 @@ function isUnknown(row) {
 
 /** "tells /Scans (Notify, after, priority 3)", without the path. */
 function relationWords(relation) {
-    return '(' + relation.c + ', ' + (relation.q ? 'before' : 'after') + ', priority ' + relation.k + ')';
+    return '(' + relation.c + ', ' + (relation.q ? 'before' : 'after') + ', priority ' +
+        relation.k + ')';
 }
 
 function linkTo(row, text) {

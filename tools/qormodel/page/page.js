@@ -15,14 +15,17 @@ const shownKinds = {
 function applyFilter() {
     const wanted = search.value.trim().toLowerCase();
     const isOfKind = shownKinds[show.value];
-    const isWanted = (row) => (!isOfKind || isOfKind(row)) && (!wanted || searchTextOf(row).includes(wanted));
+    const isWanted = (row) =>
+        (!isOfKind || isOfKind(row)) && (!wanted || searchTextOf(row).includes(wanted));
     view.filter = wanted || isOfKind ? isWanted : null;
     view.isSearch = wanted !== '';
     markHits();
     tree.scrollTop = 0;
     layOut();
     if (view.filter) {
-        const first = isVisible(view.selected) && view.selected.isHit ? view.selected : rows.find((row) => row.isHit);
+        const first = isVisible(view.selected) && view.selected.isHit ?
+            view.selected :
+            rows.find((row) => row.isHit);
         if (first) select(first);
     } else {
         select(view.selected);
@@ -45,7 +48,8 @@ function markHits() {
 
 function tellHits() {
     state.textContent = !view.filter ? '' :
-        view.numHits === 0 ? 'Nothing found' : view.numHits + (view.numHits === 1 ? ' hit' : ' hits');
+        view.numHits === 0           ? 'Nothing found' :
+                                       view.numHits + (view.numHits === 1 ? ' hit' : ' hits');
 }
 
 /** Shows all again, with the selected row in sight. */
@@ -59,7 +63,8 @@ function endFilter() {
 function goToHit(step) {
     if (!view.filter || view.numHits === 0) return;
     let at = view.selected.at;
-    do at = (at + step + rows.length) % rows.length; while (!rows[at].isHit);
+    do at = (at + step + rows.length) % rows.length;
+    while (!rows[at].isHit);
     select(rows[at]);
 }
 
@@ -129,11 +134,14 @@ function describeHead() {
     const file = data.files[data.files.length - 1];
     const count = (isOfKind) => data.nodes.filter(isOfKind).length;
     const parts = [
-        '\u201c' + file.title + '\u201d', 'format ' + file.formatVersion,
-        file.size.toLocaleString('en') + ' bytes', count((node) => !node.f).toLocaleString('en') + ' objects',
+        '\u201c' + file.title + '\u201d',
+        'format ' + file.formatVersion,
+        file.size.toLocaleString('en') + ' bytes',
+        count((node) => !node.f).toLocaleString('en') + ' objects',
         count((node) => node.f) + ' fields',
         data.pointSets.reduce((sum, set) => sum + set.c, 0).toLocaleString('en') + ' points',
-        data.relations.length + ' relations', rows.filter(isUnknown).length + ' unknown',
+        data.relations.length + ' relations',
+        rows.filter(isUnknown).length + ' unknown',
     ];
     const about = document.getElementById('about');
     for (const part of parts) addTo(about, 'span', '', part);

@@ -3,7 +3,11 @@
 
 const maxSymbols = 4000;
 const maxLabels = 25;
-const kinds = { station: 'Stations', picture: 'Pictures', marker: 'Markers' };
+const kinds = {
+    station: 'Stations',
+    picture: 'Pictures',
+    marker: 'Markers'
+};
 const svgNamespace = 'http://www.w3.org/2000/svg';
 
 const plan = {
@@ -12,7 +16,7 @@ const plan = {
     chosen: -1,
     width: 600,
     height: 380,
-    scale: 1,       // points of the drawing for a unit of the model
+    scale: 1,        // points of the drawing for a unit of the model
     center: [0, 0],  // of the drawing, in the model
 };
 
@@ -29,8 +33,10 @@ function addSvg(parent, tag, attributes) {
 }
 
 function toDrawing(x, y) {
-    return [plan.width / 2 + (x - plan.center[0]) * plan.scale,
-        plan.height / 2 - (y - plan.center[1]) * plan.scale];
+    return [
+        plan.width / 2 + (x - plan.center[0]) * plan.scale,
+        plan.height / 2 - (y - plan.center[1]) * plan.scale
+    ];
 }
 
 function fitPlan() {
@@ -47,8 +53,8 @@ function fitPlan() {
 }
 
 function rangeOf(values) {
-    return values.reduce(([min, max], each) => [Math.min(min, each), Math.max(max, each)],
-        [Infinity, -Infinity]);
+    return values.reduce(
+        ([min, max], each) => [Math.min(min, each), Math.max(max, each)], [Infinity, -Infinity]);
 }
 
 function signOfSymbol(symbol) {
@@ -59,22 +65,29 @@ function shapeOf(symbol, index) {
     const sign = signOfSymbol(symbol);
     const group = makeSvg('g', {
         class: 'symbol ' + symbol.k + (sign ? ' ' + signs[sign].className : ''),
-        id: 'symbol' + index, role: 'option', 'aria-selected': 'false',
+        id: 'symbol' + index,
+        role: 'option',
+        'aria-selected': 'false',
     });
     const name = nameOf(rowOfNode[symbol.n]);
     group.setAttribute('aria-label', symbol.k + ' ' + name + (sign ? ', ' + signs[sign].name : ''));
     addSvg(group, 'title').textContent = textOfSymbol(symbol);
-    addSvg(group, 'circle', { r: 12, class: 'reach' });
+    addSvg(group, 'circle', {r: 12, class: 'reach'});
     if (symbol.k === 'station') {
         if (symbol.h !== undefined)
-            addSvg(group, 'path', { d: 'M0 0H11', transform: 'rotate(' + -symbol.h * 180 / Math.PI + ')' });
-        addSvg(group, 'circle', { r: plan.symbols.length > 100 ? 3 : 5 });
+            addSvg(
+                group, 'path',
+                {d: 'M0 0H11', transform: 'rotate(' + -symbol.h * 180 / Math.PI + ')'});
+        addSvg(group, 'circle', {r: plan.symbols.length > 100 ? 3 : 5});
     } else if (symbol.k === 'picture') {
-        addSvg(group, 'path', { d: 'M-6 -4H6V5H-6Z M-2 -4V-6H2V-4 M2 0A2 2 0 1 1 -2 0A2 2 0 1 1 2 0' });
+        addSvg(
+            group, 'path', {d: 'M-6 -4H6V5H-6Z M-2 -4V-6H2V-4 M2 0A2 2 0 1 1 -2 0A2 2 0 1 1 2 0'});
     } else {
-        addSvg(group, 'path', { d: 'M0 -6L6 5H-6Z' });
+        addSvg(group, 'path', {d: 'M0 -6L6 5H-6Z'});
     }
-    if (plan.symbols.length <= maxLabels) addSvg(group, 'text', { x: 9, y: -6 }).textContent = (sign ? signs[sign].shown + ' ' : '') + name;
+    if (plan.symbols.length <= maxLabels)
+        addSvg(group, 'text', {x: 9, y: -6}).textContent =
+            (sign ? signs[sign].shown + ' ' : '') + name;
     return group;
 }
 
@@ -88,35 +101,43 @@ function drawGrid(svg) {
     const wanted = 80 / plan.scale;
     const power = 10 ** Math.floor(Math.log10(wanted));
     const step = power * ([1, 2, 5].find((each) => each * power >= wanted) || 10);
-    const grid = addSvg(svg, 'g', { class: 'grid' });
+    const grid = addSvg(svg, 'g', {class: 'grid'});
     const lines = (center, length, draw) => {
         const first = Math.ceil((center - length / plan.scale / 2) / step);
         const count = Math.min(40, Math.floor(length / plan.scale / step) + 1);
         for (let i = 0; i < count; ++i) draw((first + i) * step);
     };
-    lines(plan.center[0], plan.width, (x) => addSvg(grid, 'path', { d: 'M' + toDrawing(x, 0)[0] + ' 0V' + plan.height }));
-    lines(plan.center[1], plan.height, (y) => addSvg(grid, 'path', { d: 'M0 ' + toDrawing(0, y)[1] + 'H' + plan.width }));
-    const bar = addSvg(svg, 'g', { class: 'scale' });
-    addSvg(bar, 'path', { d: 'M12 ' + (plan.height - 16) + 'v6h' + step * plan.scale + 'v-6' });
-    addSvg(bar, 'text', { x: 16, y: plan.height - 18 }).textContent = numberText(step);
+    lines(
+        plan.center[0], plan.width,
+        (x) => addSvg(grid, 'path', {d: 'M' + toDrawing(x, 0)[0] + ' 0V' + plan.height}));
+    lines(
+        plan.center[1], plan.height,
+        (y) => addSvg(grid, 'path', {d: 'M0 ' + toDrawing(0, y)[1] + 'H' + plan.width}));
+    const bar = addSvg(svg, 'g', {class: 'scale'});
+    addSvg(bar, 'path', {d: 'M12 ' + (plan.height - 16) + 'v6h' + step * plan.scale + 'v-6'});
+    addSvg(bar, 'text', {x: 16, y: plan.height - 18}).textContent = numberText(step);
 }
 
 function drawPlan() {
     const svg = makeSvg('svg', {
-        viewBox: '0 0 ' + plan.width + ' ' + plan.height, tabindex: '0', role: 'listbox',
-        'aria-label': 'Plan, x to the right and y up', id: 'map',
+        viewBox: '0 0 ' + plan.width + ' ' + plan.height,
+        tabindex: '0',
+        role: 'listbox',
+        'aria-label': 'Plan, x to the right and y up',
+        id: 'map',
     });
     drawGrid(svg);
     for (const area of plan.areas) {
         const corners = [];
-        for (let i = 0; i < area.c.length; i += 2) corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
-        addSvg(svg, 'polygon', { points: corners.join(' '), class: 'area' });
+        for (let i = 0; i < area.c.length; i += 2)
+            corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
+        addSvg(svg, 'polygon', {points: corners.join(' '), class: 'area'});
     }
     plan.symbols.forEach((symbol, index) => {
         const [x, y] = toDrawing(symbol.x, symbol.y);
         if (symbol.from) {
             const [fromX, fromY] = toDrawing(symbol.from[0], symbol.from[1]);
-            addSvg(svg, 'path', { d: 'M' + fromX + ' ' + fromY + 'L' + x + ' ' + y, class: 'way' });
+            addSvg(svg, 'path', {d: 'M' + fromX + ' ' + fromY + 'L' + x + ' ' + y, class: 'way'});
         }
         const shape = shapeOf(symbol, index);
         shape.setAttribute('transform', 'translate(' + x + ' ' + y + ')');
@@ -126,7 +147,7 @@ function drawPlan() {
     document.getElementById('drawing').replaceChildren(svg);
     listenToPlan(svg);
     markInPlan(view.selected);
-    if (hadFocus) svg.focus({ preventScroll: true });
+    if (hadFocus) svg.focus({preventScroll: true});
 }
 
 /** Marks the symbol of the selected element, if it has one. */
@@ -167,14 +188,20 @@ function pan(x, y) {
 
 function onPlanKey(event) {
     if (event.ctrlKey || event.altKey || event.metaKey) return;
-    const steps = { ArrowLeft: [-1, -50, 0], ArrowRight: [1, 50, 0], ArrowUp: [-1, 0, 50], ArrowDown: [1, 0, -50] };
+    const steps = {
+        ArrowLeft: [-1, -50, 0],
+        ArrowRight: [1, 50, 0],
+        ArrowUp: [-1, 0, 50],
+        ArrowDown: [1, 0, -50]
+    };
     const step = steps[event.key];
     if (step && event.shiftKey) pan(step[1], step[2]);
     else if (step) choose(plan.chosen < 0 && step[0] < 0 ? 0 : plan.chosen + step[0]);
     else if (event.key === '+') zoom(1.5);
     else if (event.key === '-') zoom(1 / 1.5);
     else if (event.key === '0') zoom(0);
-    else if (event.key === 'Enter' && plan.chosen >= 0) jumpTo(rowOfNode[plan.symbols[plan.chosen].n]);
+    else if (event.key === 'Enter' && plan.chosen >= 0)
+        jumpTo(rowOfNode[plan.symbols[plan.chosen].n]);
     else return;
     event.preventDefault();
 }
@@ -187,12 +214,15 @@ function listenToPlan(svg) {
         if (shape) choose(Number(shape.id.slice(6)));
     });
     let from = null;
-    svg.addEventListener('pointerdown', (event) => { from = [event.clientX, event.clientY]; });
+    svg.addEventListener('pointerdown', (event) => {
+        from = [event.clientX, event.clientY];
+    });
     svg.addEventListener('pointerup', (event) => {
         if (!from) return;
         const move = [event.clientX - from[0], event.clientY - from[1]];
         const ratio = plan.width / svg.getBoundingClientRect().width;
-        if (event.pointerType === 'mouse' && Math.hypot(...move) > 5) pan(-move[0] * ratio, move[1] * ratio);
+        if (event.pointerType === 'mouse' && Math.hypot(...move) > 5)
+            pan(-move[0] * ratio, move[1] * ratio);
         from = null;
     });
 }
@@ -202,9 +232,12 @@ function showPlan() {
     document.getElementById('plan').hidden = false;
     plan.width = Math.max(280, Math.min(900, document.getElementById('drawing').clientWidth));
     plan.height = Math.round(plan.width * 0.62);
-    const words = Object.entries(kinds).map(([kind, title]) => [title, plan.symbols.filter((each) => each.k === kind).length]);
+    const words = Object.entries(kinds).map(
+        ([kind, title]) => [title, plan.symbols.filter((each) => each.k === kind).length]);
     const legend = document.getElementById('plan-legend');
-    legend.textContent = words.filter(([, count]) => count > 0).map(([title, count]) => title + ' ' + count).join(', ');
+    legend.textContent = words.filter(([, count]) => count > 0)
+                             .map(([title, count]) => title + ' ' + count)
+                             .join(', ');
     if (data.plan.symbols.length > maxSymbols)
         legend.textContent += ', the first of ' + data.plan.symbols.length;
     fitPlan();
@@ -212,4 +245,5 @@ function showPlan() {
 }
 
 for (const button of document.querySelectorAll('[data-zoom]'))
-    button.addEventListener('click', () => zoom({ in: 1.5, out: 1 / 1.5, fit: 0 }[button.dataset.zoom]));
+    button.addEventListener(
+        'click', () => zoom({in : 1.5, out: 1 / 1.5, fit: 0}[button.dataset.zoom]));

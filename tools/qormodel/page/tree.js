@@ -6,10 +6,10 @@ space.setAttribute('role', 'none');
 tree.append(space);
 
 const view = {
-    rows: [],          // those that are unfolded, from the top
+    rows: [],  // those that are unfolded, from the top
     selected: rows[0],
-    filter: null,      // says of a row whether it is a hit; null where all are shown
-    isSearch: false,   // the filter asks for words
+    filter: null,     // says of a row whether it is a hit; null where all are shown
+    isSearch: false,  // the filter asks for words
     numHits: 0,
     withValues: true,
     withEmpty: false,
@@ -48,7 +48,8 @@ function canOpen(row) {
 
 function isAtOrBelowHit(row) {
     if (!view.filter) return false;
-    for (let each = row; each; each = each.parent) if (each.isHit) return true;
+    for (let each = row; each; each = each.parent)
+        if (each.isHit) return true;
     return false;
 }
 
@@ -76,9 +77,11 @@ function layOut() {
 /** Draws the rows in sight. */
 function draw() {
     const first = Math.max(0, Math.floor(tree.scrollTop / view.height) - 5);
-    const last = Math.min(view.rows.length, first + Math.ceil(tree.clientHeight / view.height) + 10);
+    const last =
+        Math.min(view.rows.length, first + Math.ceil(tree.clientHeight / view.height) + 10);
     space.replaceChildren(...view.rows.slice(first, last).map(makeRow));
-    const isInSight = isVisible(view.selected) && view.selected.line >= first && view.selected.line < last;
+    const isInSight =
+        isVisible(view.selected) && view.selected.line >= first && view.selected.line < last;
     if (isInSight) tree.setAttribute('aria-activedescendant', 'row' + view.selected.at);
     else tree.removeAttribute('aria-activedescendant');
 }
@@ -113,10 +116,13 @@ function fillRow(element, row) {
     element.append(make('span', 'name', nameOf(row) || '(no name)'));
     if (row.kind === 'attribute') element.append(make('span', 'value', valueOf(row)));
     element.append(make('span', 'type', shortTypeOf(typeOf(row))));
-    if (row.kind === 'element' && data.nodes[row.node].f) element.append(make('span', 'badge', 'field'));
-    if (row.kind === 'element' && data.nodes[row.node].u) element.append(make('span', 'badge query', 'unknown class'));
+    if (row.kind === 'element' && data.nodes[row.node].f)
+        element.append(make('span', 'badge', 'field'));
+    if (row.kind === 'element' && data.nodes[row.node].u)
+        element.append(make('span', 'badge query', 'unknown class'));
     if (row.kind === 'element' && row.changes > 0 && !isOpen(row))
-        element.append(make('span', 'badge tilde', row.changes + (row.changes > 1 ? ' changes' : ' change')));
+        element.append(
+            make('span', 'badge tilde', row.changes + (row.changes > 1 ? ' changes' : ' change')));
     for (const relation of row.relations) element.append(makeTarget(relation, true));
 }
 
@@ -179,7 +185,8 @@ function toggle(row, isOpenNow) {
 }
 
 function setAllOpen(isOpenNow) {
-    for (const row of rows) if (row.kind === 'element') setOpen(row, isOpenNow || row === rows[0]);
+    for (const row of rows)
+        if (row.kind === 'element') setOpen(row, isOpenNow || row === rows[0]);
     layOut();
     select(isVisible(view.selected) ? view.selected : rows[0]);
 }
@@ -222,7 +229,10 @@ function openSiblings(row) {
     bringIntoSight(row);
 }
 
-const typed = { text: '', time: 0 };
+const typed = {
+    text: '',
+    time: 0
+};
 
 // Letters typed within a second of each other make up the beginning of a name.
 function goToName(key, now) {
@@ -242,11 +252,17 @@ function onTreeKey(event) {
     const row = view.rows[line];
     const page = Math.max(1, Math.floor(tree.clientHeight / view.height) - 1);
     const actions = {
-        ArrowDown: () => moveTo(line + 1), ArrowUp: () => moveTo(line - 1),
-        ArrowRight: () => goIn(row), ArrowLeft: () => goOut(row),
-        Home: () => moveTo(0), End: () => moveTo(view.rows.length - 1),
-        PageDown: () => moveTo(line + page), PageUp: () => moveTo(line - page),
-        Enter: () => act(row), ' ': () => toggle(row, !isOpen(row)), '*': () => openSiblings(row),
+        ArrowDown: () => moveTo(line + 1),
+        ArrowUp: () => moveTo(line - 1),
+        ArrowRight: () => goIn(row),
+        ArrowLeft: () => goOut(row),
+        Home: () => moveTo(0),
+        End: () => moveTo(view.rows.length - 1),
+        PageDown: () => moveTo(line + page),
+        PageUp: () => moveTo(line - page),
+        Enter: () => act(row),
+        ' ': () => toggle(row, !isOpen(row)),
+        '*': () => openSiblings(row),
     };
     const action = actions[event.key];
     if (action) action();
@@ -260,7 +276,7 @@ function rowAt(event) {
     return element ? rows[Number(element.id.slice(3))] : null;
 }
 
-tree.addEventListener('scroll', draw, { passive: true });
+tree.addEventListener('scroll', draw, {passive: true});
 tree.addEventListener('keydown', onTreeKey);
 tree.addEventListener('click', (event) => {
     const row = rowAt(event);

@@ -35,8 +35,7 @@ Json attributeOf(const Json& page, const std::string& node, const std::string& n
     return nullptr;
 }
 
-template <class T>
-std::shared_ptr<T> addPlaced(ac::Object& parent, const std::string& name) {
+template <class T> std::shared_ptr<T> addPlaced(ac::Object& parent, const std::string& name) {
     const auto object = T::create();
     object->name(name);
     parent.addChild(object, 0);
@@ -92,8 +91,14 @@ TEST(PageData, LinksRelationsToTheirTargets) {
     const Json relations = describePage(text.document)["relations"];
 
     ASSERT_EQ(relations.size(), 1u);
-    EXPECT_EQ(relations[0], Json({{"n", 1}, {"a", "Count"}, {"t", 0}, {"b", ""}, {"o", "/"},
-                                  {"c", "Notify"}, {"k", "3"}, {"q", false}}));
+    EXPECT_EQ(relations[0], Json({{"n", 1},
+                                  {"a", "Count"},
+                                  {"t", 0},
+                                  {"b", ""},
+                                  {"o", "/"},
+                                  {"c", "Notify"},
+                                  {"k", "3"},
+                                  {"q", false}}));
 }
 
 TEST(PageData, MarksRelationsThatLeadNowhere) {
@@ -121,8 +126,8 @@ TEST(PageData, MarksUnknownClassesAndContent) {
 TEST(PageData, SignsWhatDiffers) {
     const LoadedText first(projectText);
     std::string renamed = changedProject();
-    const LoadedText second(renamed.replace(renamed.find("\"Object\" \"First\""), 16,
-                                            "\"Object\" \"Other\""));
+    const LoadedText second(
+        renamed.replace(renamed.find("\"Object\" \"First\""), 16, "\"Object\" \"Other\""));
 
     const Json page = describePage(first.document, &second.document);
 
@@ -166,7 +171,7 @@ TEST(PageData, TellsOfMovesAndOfOrder) {
     const Json page = describePage(first, &second);
 
     EXPECT_EQ(page["nodes"][0]["m"][0], Json({"~", "children in another order", 1}));
-    EXPECT_EQ(nodeOf(page, "C")["m"][0], Json({"~", "renamed, now /C", 1}));
+    EXPECT_EQ(nodeOf(page, "C")["m"][0], Json({"~", "renamed: /A -> /C", 1}));
 }
 
 TEST(PageData, SignsRelationsOfOneSide) {
@@ -277,4 +282,14 @@ TEST(PageText, IsOnePageWithTheDataInIt) {
         if (!isNamespace) EXPECT_EQ(place, std::string::npos) << address;
         else EXPECT_TRUE(page.substr(place).starts_with("http://www.w3.org/2000/svg'"));
     }
+}
+
+TEST(PageText, HasNoWayFromATextToMarkup) {
+    const std::string page = makePage(Json::object());
+
+    for (const char* const way : {"innerHTML", "outerHTML", "insertAdjacentHTML", "document.write",
+                                  "eval(", "new Function", "DOMParser", "srcdoc"})
+        EXPECT_EQ(page.find(way), std::string::npos) << way;
+    EXPECT_NE(page.find("default-src 'none'"), std::string::npos);
+    EXPECT_EQ(page.find("unsafe-inline"), std::string::npos);
 }

@@ -11,9 +11,7 @@ using namespace qormodel;
 using namespace qormodel::testing;
 
 namespace {
-std::optional<PointSet> pointsIn(const Document& document) {
-    return inqPointSet(*document.root);
-}
+std::optional<PointSet> pointsIn(const Document& document) { return inqPointSet(*document.root); }
 
 // A document whose root holds these lists: names, each with its coordinates.
 std::string modelWith(const std::vector<std::pair<std::string, std::string>>& lists) {
@@ -47,8 +45,10 @@ TEST(PointSet, KnowsTheBoxAroundItsPoints) {
 }
 
 TEST(PointSet, IsTheLongestListAndNormalsOnlyWhereNothingElseIs) {
-    const LoadedText both(modelWith({{"Normals", "0 0 1 0 0 1"}, {"Few", "1 2 3"},
-                                     {"Points", "1 2 3 4 5 6"}, {"Others", "7 8 9 7 8 9"}}));
+    const LoadedText both(modelWith({{"Normals", "0 0 1 0 0 1"},
+                                     {"Few", "1 2 3"},
+                                     {"Points", "1 2 3 4 5 6"},
+                                     {"Others", "7 8 9 7 8 9"}}));
     const LoadedText one(modelWith({{"Normals", "0 0 1 0 0 1"}, {"Empty", ""}}));
 
     EXPECT_EQ(pointsIn(both.document)->attribute->getName(), "Points");
@@ -69,10 +69,11 @@ TEST(Thumbnail, SeesPointsFromAboveWithTheHighestInEachCell) {
 
     const Thumbnail thumbnail = makeThumbnail(*pointsIn(text.document), 4);
 
-    EXPECT_EQ(drawn(thumbnail), "8...\n"
-                                "....\n"
-                                "....\n"
-                                "f111\n");
+    EXPECT_EQ(drawn(thumbnail),
+              "8...\n"
+              "....\n"
+              "....\n"
+              "f111\n");
 }
 
 TEST(Thumbnail, HasTheShapeOfWhatItShows) {
@@ -90,8 +91,8 @@ TEST(Thumbnail, ShowsASinglePointAndCoordinatesOfAnySize) {
 }
 
 TEST(Thumbnail, PacksTwoCellsIntoAByte) {
-    EXPECT_EQ(packCells({2, 1, {1, 15}}), "Hw==");              // 1f
-    EXPECT_EQ(packCells({3, 1, {4, 13, 6}}), "TWA=");           // 4d 60
+    EXPECT_EQ(packCells({2, 1, {1, 15}}), "Hw==");               // 1f
+    EXPECT_EQ(packCells({3, 1, {4, 13, 6}}), "TWA=");            // 4d 60
     EXPECT_EQ(packCells({6, 1, {4, 13, 6, 1, 6, 14}}), "TWFu");  // 4d 61 6e
 }
 

@@ -57,8 +57,8 @@ void run(const Options& options, Session& session) {
 }  // namespace
 
 void addHtml(CLI::App& program, Session& session) {
-    auto* const command =
-        program.add_subcommand("html", "Make a page that shows a file, or what differs between two");
+    auto* const command = program.add_subcommand(
+        "html", "Make a page that shows a file, or what differs between two");
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->file, "Model file, - for the standard input")->required();
     command->add_option("OTHER", options->other, "Show how this file differs from FILE");

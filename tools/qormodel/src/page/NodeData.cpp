@@ -63,15 +63,18 @@ private:
                 if (change.first) attributeChanges.emplace(change.first.get(), &change);
                 if (change.second) attributeChanges.emplace(change.second.get(), &change);
                 break;
-            case Kind::Title: addMark(0, '~', "title: " + change.before + " -> " + change.after); break;
+            case Kind::Title:
+                addMark(0, '~', "title: " + change.before + " -> " + change.after);
+                break;
             case Kind::Place:
-                addMark(tree.findFirst(change.path), '~', change.before + ", now " + change.otherPath);
+                addMark(tree.findFirst(change.path), '~',
+                        change.before + ": " + change.path + " -> " + change.otherPath);
                 break;
             case Kind::Order: addMark(tree.findFirst(change.path), '~', change.before); break;
             case Kind::Content:
                 addMark(tree.findFirst(change.path), '?', change.before + " -> " + change.after);
                 break;
-            case Kind::Object:    // the tree itself tells
+            case Kind::Object:  // the tree itself tells
             case Kind::Field:
             case Kind::Relation: break;  // in a list of their own
         }
@@ -118,7 +121,8 @@ private:
 
     Json describeAttribute(const ac::Attribute& attribute, const Change* change) {
         Json described{attribute.getName(), types.numberOf(attribute.getClassName()),
-                       shortValueText(attribute, pageValueLength), isDefaultValue(attribute) ? 1 : 0};
+                       shortValueText(attribute, pageValueLength),
+                       isDefaultValue(attribute) ? 1 : 0};
         if (!change) return described;
         described.push_back(std::string(1, change->sign));
         // Of a list the change tells more than the beginning of its values.
@@ -139,8 +143,8 @@ private:
         const bool isSecond = node.second != FlatTree::none;
         Json list = Json::array();
         if (const auto found = marks.find(index); found != marks.end()) list = found->second;
-        for (const auto& content : contentAt(isSecond ? secondContents : firstContents,
-                                             tree.shown(node).element.path))
+        for (const auto& content :
+             contentAt(isSecond ? secondContents : firstContents, tree.shown(node).element.path))
             list.push_back({"?", "not understood: " + excerptOf(content)});
         return list;
     }

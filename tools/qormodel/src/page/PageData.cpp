@@ -59,7 +59,8 @@ Json describePointSets(const PointSets& sets) {
                  {"min", points.min},
                  {"max", points.max}};
         if (described.size() < maxNumThumbnails) {
-            const Thumbnail thumbnail = makeThumbnail(points, sideFor(sets.size(), points.numPoints));
+            const Thumbnail thumbnail =
+                makeThumbnail(points, sideFor(sets.size(), points.numPoints));
             set["w"] = thumbnail.numColumns;
             set["h"] = thumbnail.numRows;
             set["d"] = packCells(thumbnail);

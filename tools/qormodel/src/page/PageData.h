@@ -18,7 +18,8 @@ constexpr std::size_t pageValueLength = 500;
 /// `nodes`: the tree, each behind its parent and directly behind what is below the one before:
 ///   n name, c class, p parent; f field, u unknown (where true); s sign (where not blank);
 ///   a attributes: [name, type, value, isDefault] and for those that differ [sign, before, after];
-///   m marks: [sign, text] of what else is to be said of the node, [sign, text, 1] for a difference.
+///   m marks: [sign, text] of what else is to be said of the node, [sign, text, 1] for a
+///   difference.
 /// `relations`: n node, a attribute (empty for the node itself), t target node (-1 for none),
 ///   b target's attribute, o path as stored, c action, k priority, q asked before a change,
 ///   u leads nowhere or has no known action, s sign.

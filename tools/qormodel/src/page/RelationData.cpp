@@ -39,9 +39,8 @@ std::pair<std::size_t, std::string> placeOf(const PageTree& tree, Find find,
 Json describeOne(const PageTree& tree, Find find, const Relation& relation, char sign) {
     const std::size_t node = (tree.*find)(relation.holder);
     const bool isOfNode = relation.observable == relation.holder;
-    auto [target, attribute] = relation.target.empty()
-                                   ? std::pair{FlatTree::none, std::string()}
-                                   : placeOf(tree, find, relation.target);
+    auto [target, attribute] = relation.target.empty() ? std::pair{FlatTree::none, std::string()}
+                                                       : placeOf(tree, find, relation.target);
     Json described{{"n", node == FlatTree::none ? 0 : node},
                    {"a", isOfNode ? "" : splitPath(relation.observable).second},
                    {"t", target == FlatTree::none ? Json(-1) : Json(target)},
@@ -61,8 +60,8 @@ Json describeRelations(const PageTree& tree, const std::vector<Change>& changes,
     Json described = Json::array();
     auto removed = changedWith('-', changes);
     for (const auto& relation : listRelations(first))
-        described.push_back(describeOne(tree, &PageTree::findFirst, relation,
-                                        take(removed, relation) ? '-' : ' '));
+        described.push_back(
+            describeOne(tree, &PageTree::findFirst, relation, take(removed, relation) ? '-' : ' '));
     if (!second) return described;
     auto added = changedWith('+', changes);
     for (const auto& relation : listRelations(*second))

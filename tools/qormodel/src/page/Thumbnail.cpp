@@ -17,8 +17,7 @@ namespace {
 using Point = std::array<double, 3>;
 
 // Calls `visit` with each point of finite coordinates.
-template <class Visit>
-void forEachPoint(const ac::Attribute& attribute, const Visit& visit) {
+template <class Visit> void forEachPoint(const ac::Attribute& attribute, const Visit& visit) {
     visitValue(attribute, [&]<class T>(const T& value) {
         if constexpr (requires { value.begin(); }) {
             const auto take = [&](const auto& group) {
@@ -91,8 +90,7 @@ Thumbnail makeThumbnail(const PointSet& points, std::size_t side) {
             return cellOf(point[axis], points.min[axis], points.max[axis], count);
         };
         const std::size_t row = thumbnail.numRows - 1 - cell(1, thumbnail.numRows);
-        auto& target = thumbnail.cells[row * thumbnail.numColumns +
-                                       cell(0, thumbnail.numColumns)];
+        auto& target = thumbnail.cells[row * thumbnail.numColumns + cell(0, thumbnail.numColumns)];
         target = std::max(target, static_cast<std::uint8_t>(1 + cell(2, numLevels)));
     });
     return thumbnail;
@@ -103,7 +101,9 @@ std::string packCells(const Thumbnail& thumbnail) {
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     const auto& cells = thumbnail.cells;
     const auto byteAt = [&](std::size_t index) {
-        const auto half = [&](std::size_t i) -> unsigned { return i < cells.size() ? cells[i] : 0; };
+        const auto half = [&](std::size_t i) -> unsigned {
+            return i < cells.size() ? cells[i] : 0;
+        };
         return half(2 * index) << 4 | half(2 * index + 1);
     };
     const std::size_t numBytes = (cells.size() + 1) / 2;

@@ -32,7 +32,8 @@ class Browser:
         self.session = None
         self._start()
         target = self.call("Target.createTarget", url="about:blank")["targetId"]
-        self.session = self.call("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
+        attached = self.call("Target.attachToTarget", targetId=target, flatten=True)
+        self.session = attached["sessionId"]
         for domain in ("Page", "Runtime", "Log", "Network"):
             self.call(domain + ".enable")
 

@@ -13,7 +13,8 @@ def text(name, value):
 
 
 def tells(path, action="Notify"):
-    return 'PostObserver \nObserverPath { \nPath "%s"\nPriority 3\nAction "%s"\n}\n' % (path, action)
+    return ('PostObserver \nObserverPath { \nPath "%s"\nPriority 3\nAction "%s"\n}\n' %
+            (path, action))
 
 
 def container(name, attributes="", fields=""):
@@ -63,7 +64,8 @@ def site(operator="Kim", shift=0, more="", with_marker=True):
                     scans + picture + (marker if with_marker else "") + radar + more)
 
 
-HOSTILE = "</script><script>hacked=1</script><img src=x onerror=hacked=2><!--&lt;\u2028\u2029'`${hacked=3}"
+HOSTILE = ("</script><script>hacked=1</script><img src=x onerror=hacked=2><!--&lt;"
+           "\u2028\u2029'`${hacked=3}")
 
 
 def hostile():
@@ -85,7 +87,8 @@ def large(count):
     size = count // 100
     groups = "".join(
         child("Container", "Group%d" % group, one("Group%d" % group), "", "".join(
-            child("Transform", "Object%d" % number, one("Object%d" % number) + matrix(number, group, 0))
+            child("Transform", "Object%d" % number,
+                  one("Object%d" % number) + matrix(number, group, 0))
             for number in range(group * size, (group + 1) * size - 1)))
         for group in range(100))
     return document("Large", "", groups)

@@ -33,8 +33,8 @@ TEST(RunHtml, ExitsWithOneWhereTheOtherFileDiffers) {
     const Pair files;
     const TemporaryFile same(projectText);
 
-    const RunResult differs = runQormodel(
-        {"html", files.first.getName(), files.second.getName(), "-o", files.page});
+    const RunResult differs =
+        runQormodel({"html", files.first.getName(), files.second.getName(), "-o", files.page});
     const std::string page = contentOf(files.page);
     const RunResult equal =
         runQormodel({"html", files.first.getName(), same.getName(), "-o", files.page});
