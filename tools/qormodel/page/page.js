@@ -133,15 +133,17 @@ function describeHead() {
     tree.setAttribute('aria-label', names.join(', '));
     const file = data.files[data.files.length - 1];
     const count = (isOfKind) => data.nodes.filter(isOfKind).length;
+    const say = (number, word) =>
+        number.toLocaleString('en') + ' ' + word + (number === 1 ? '' : 's');
     const parts = [
         '\u201c' + file.title + '\u201d',
         'format ' + file.formatVersion,
-        file.size.toLocaleString('en') + ' bytes',
-        count((node) => !node.f).toLocaleString('en') + ' objects',
-        count((node) => node.f) + ' fields',
-        data.pointSets.reduce((sum, set) => sum + set.c, 0).toLocaleString('en') + ' points',
-        data.relations.length + ' relations',
-        rows.filter(isUnknown).length + ' unknown',
+        say(file.size, 'byte'),
+        say(count((node) => !node.f), 'object'),
+        say(count((node) => node.f), 'field'),
+        say(data.pointSets.reduce((sum, set) => sum + set.c, 0), 'point'),
+        say(data.relations.length, 'relation'),
+        say(rows.filter(isUnknown).length, 'unknown part'),
     ];
     const about = document.getElementById('about');
     for (const part of parts) addTo(about, 'span', '', part);

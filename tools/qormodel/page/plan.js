@@ -2,7 +2,7 @@
 // as its place.
 
 const maxSymbols = 4000;
-const maxLabels = 25;
+const maxLabels = 100;
 const kinds = {
     station: 'Stations',
     picture: 'Pictures',
@@ -32,10 +32,12 @@ function addSvg(parent, tag, attributes) {
     return element;
 }
 
+// Far outside of what is shown a place need not be exact, but it must be a number that can be drawn.
 function toDrawing(x, y) {
+    const limit = (value) => Math.max(-1e6, Math.min(1e6, value));
     return [
-        plan.width / 2 + (x - plan.center[0]) * plan.scale,
-        plan.height / 2 - (y - plan.center[1]) * plan.scale
+        limit(plan.width / 2 + (x - plan.center[0]) * plan.scale),
+        limit(plan.height / 2 - (y - plan.center[1]) * plan.scale),
     ];
 }
 
@@ -48,7 +50,9 @@ function fitPlan() {
     const [left, right] = rangeOf(xs);
     const [low, high] = rangeOf(ys);
     plan.center = [left / 2 + right / 2, low / 2 + high / 2];
-    const scale = Math.min((plan.width - 70) / (right - left), (plan.height - 70) / (high - low));
+    const margin = Math.min(70, plan.width / 7);
+    const scale =
+        Math.min((plan.width - margin) / (right - left), (plan.height - margin) / (high - low));
     plan.scale = Number.isFinite(scale) && scale > 0 ? scale : 40;
 }
 
@@ -85,10 +89,20 @@ function shapeOf(symbol, index) {
     } else {
         addSvg(group, 'path', {d: 'M0 -6L6 5H-6Z'});
     }
-    if (plan.symbols.length <= maxLabels)
-        addSvg(group, 'text', {x: 9, y: -6}).textContent =
-            (sign ? signs[sign].shown + ' ' : '') + name;
     return group;
+}
+
+// The name beside a symbol, where it lies upon no other name.
+function addLabel(shape, symbol, x, y, taken) {
+    const sign = signOfSymbol(symbol);
+    const text = (sign ? signs[sign].shown + ' ' : '') + nameOf(rowOfNode[symbol.n]).slice(0, 30);
+    const box = {left: x + 9, right: x + 9 + 7 * text.length, top: y - 18, bottom: y - 2};
+    const isTaken = taken.some(
+        (other) => box.left < other.right && other.left < box.right && box.top < other.bottom &&
+            other.top < box.bottom);
+    if (isTaken || taken.length >= maxLabels) return;
+    taken.push(box);
+    addSvg(shape, 'text', {x: 9, y: -6}).textContent = text;
 }
 
 function textOfSymbol(symbol) {
@@ -133,6 +147,7 @@ function drawPlan() {
             corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
         addSvg(svg, 'polygon', {points: corners.join(' '), class: 'area'});
     }
+    const taken = [];
     plan.symbols.forEach((symbol, index) => {
         const [x, y] = toDrawing(symbol.x, symbol.y);
         if (symbol.from) {
@@ -141,6 +156,7 @@ function drawPlan() {
         }
         const shape = shapeOf(symbol, index);
         shape.setAttribute('transform', 'translate(' + x + ' ' + y + ')');
+        addLabel(shape, symbol, x, y, taken);
         svg.append(shape);
     });
     const hadFocus = document.activeElement && document.activeElement.id === 'map';

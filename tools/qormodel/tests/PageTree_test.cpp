@@ -31,7 +31,7 @@ TEST(PageTree, HoldsTheElementsOfOneDocumentInTheirOrder) {
     const PageTree tree(document);
 
     EXPECT_FALSE(tree.isComparison());
-    EXPECT_EQ(shapeOf(tree), "  \n  Scans\n   Box\n   First\n  Notes\n");
+    EXPECT_EQ(shapeOf(tree), " \n  Scans\n   Box\n   First\n  Notes\n");
 }
 
 TEST(PageTree, PutsWhatIsAddedBehindTheSiblingThatItFollows) {
@@ -44,7 +44,7 @@ TEST(PageTree, PutsWhatIsAddedBehindTheSiblingThatItFollows) {
     const PageTree tree(first, &second);
 
     EXPECT_TRUE(tree.isComparison());
-    EXPECT_EQ(shapeOf(tree), "  \n +New\n  A\n  B\n +Newer\n +Newest\n -C\n");
+    EXPECT_EQ(shapeOf(tree), " \n +New\n  A\n  B\n -C\n +Newer\n +Newest\n");
 }
 
 TEST(PageTree, ShowsAMovedObjectOnceWhereItWas) {
@@ -59,7 +59,7 @@ TEST(PageTree, ShowsAMovedObjectOnceWhereItWas) {
 
     const PageTree tree(first, &second);
 
-    EXPECT_EQ(shapeOf(tree), "  \n  From\n   Moved\n  To\n");
+    EXPECT_EQ(shapeOf(tree), " \n  From\n   Moved\n  To\n");
     EXPECT_EQ(tree.findFirst("/From/Moved"), 2u);
     EXPECT_EQ(tree.findSecond("/To/Moved"), 2u);
     EXPECT_EQ(tree.findSecond("/From/Moved"), FlatTree::none);
@@ -71,5 +71,5 @@ TEST(PageTree, HoldsAllThatIsBelowWhatOneSideHas) {
     addObject(*addObject(*first.root, "Old"), "Below");
     addField(*addObject(*second.root, "New"), "Box");
 
-    EXPECT_EQ(shapeOf(PageTree(first, &second)), "  \n +New\n  +Box\n -Old\n  -Below\n");
+    EXPECT_EQ(shapeOf(PageTree(first, &second)), " \n -Old\n  -Below\n +New\n  +Box\n");
 }

@@ -78,13 +78,15 @@ void PageTree::appendBelow(const PageNode& node, std::vector<std::size_t> Node::
         if (next == added.end()) return;
         for (const std::size_t each : next->second) found.push_back({FlatTree::none, each, 0});
     };
-    append(FlatTree::none);
     const Node* const before = inqFirst(node);
-    if (!before) return;
+    if (!before) return append(FlatTree::none);
+    // What is removed there stands ahead of what is added.
+    anchor = FlatTree::none;
     for (const std::size_t each : before->*list) {
+        if (pairs.toSecond[each] != FlatTree::none) append(std::exchange(anchor, each));
         found.push_back({each, pairs.toSecond[each], 0});
-        append(each);
     }
+    append(anchor);
 }
 
 }  // namespace qormodel

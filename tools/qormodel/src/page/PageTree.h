@@ -20,7 +20,8 @@ struct PageNode {
 };
 
 /// The elements of one document, or of two, in which each pair is one element at its first place.
-/// What only the second has follows the sibling behind which it stands there.
+/// What only the second has follows the sibling behind which it stands there, and what was removed
+/// behind that one.
 class PageTree {
 public:
     /// \param second null for the page of one document. Both outlive this.

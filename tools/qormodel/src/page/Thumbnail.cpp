@@ -22,7 +22,8 @@ template <class Visit> void forEachPoint(const ac::Attribute& attribute, const V
         if constexpr (requires { value.begin(); }) {
             const auto take = [&](const auto& group) {
                 if constexpr (requires { group[2]; } && NumberGroup<decltype(group)>) {
-                    const Point point{double(group[0]), double(group[1]), double(group[2])};
+                    const Point point{static_cast<double>(group[0]), static_cast<double>(group[1]),
+                                      static_cast<double>(group[2])};
                     if (std::ranges::all_of(point, [](double x) { return std::isfinite(x); }))
                         visit(point);
                 }

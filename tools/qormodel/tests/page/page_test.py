@@ -246,6 +246,15 @@ class PageTest(unittest.TestCase):
         self.assertAlmostEqual(places["Corner"][0] - places["Photo"][0], 5 * scale)
         self.assertEqual(self.run_js("document.querySelectorAll('#map polygon').length"), 2)
 
+    def test_draws_places_of_any_size(self):
+        for x in (1.7e308, 1e15, 1e-300):
+            ends = models.child("Transform", "A", models.matrix(-x, 0, 0)) + models.child(
+                "Transform", "B", models.matrix(x, x, 0))
+            self.open(models.document("Far", "", ends))
+            self.assertEqual(self.run_js("document.querySelectorAll('.symbol').length"), 2)
+            self.browser.click("[data-zoom=in]")
+            self.assertEqual(self.browser.complaints(), [])
+
     def test_chooses_in_the_plan_with_keys(self):
         self.open(models.site())
         self.run_js("document.getElementById('map').focus()")
