@@ -39,10 +39,12 @@ std::pair<std::size_t, std::string> placeOf(const PageTree& tree, Find find,
 Json describeOne(const PageTree& tree, Find find, const Relation& relation, char sign) {
     const std::size_t node = (tree.*find)(relation.holder);
     const bool isOfNode = relation.observable == relation.holder;
+    const std::string own = isOfNode ? "" : splitPath(relation.observable).second;
+    const bool isFound = node != FlatTree::none;  // else the root has it, under the whole path
     auto [target, attribute] = relation.target.empty() ? std::pair{FlatTree::none, std::string()}
                                                        : placeOf(tree, find, relation.target);
-    Json described{{"n", node == FlatTree::none ? 0 : node},
-                   {"a", isOfNode ? "" : splitPath(relation.observable).second},
+    Json described{{"n", isFound ? node : 0},
+                   {"a", isFound ? own : relation.observable},
                    {"t", target == FlatTree::none ? Json(-1) : Json(target)},
                    {"b", attribute},
                    {"o", relation.observer},
