@@ -309,6 +309,14 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.run_js("document.getElementById('changes').textContent"),
                          "− 1 removed+ 1 added~ 2 changed? 0 unknown")
 
+    def test_strikes_out_what_is_removed_and_nothing_else(self):
+        self.compare()
+        struck = ("[...document.querySelectorAll('.row .name, #details th, #details td.value')]"
+                  ".filter(each => getComputedStyle(each).textDecorationLine === 'line-through')"
+                  ".map(each => each.textContent)")
+        self.run_js("showRow(findRow('/Scans/First'))")
+        self.assertEqual(self.run_js(struck), ["Corner"])
+
     def test_shows_in_the_plan_what_has_moved(self):
         self.compare()
         self.assertEqual(self.run_js("document.querySelectorAll('#map .way').length"), 1)
