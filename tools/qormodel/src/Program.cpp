@@ -33,6 +33,8 @@ void addCommands(CLI::App& program, Session& session) {
     addHtml(program, session);
     addGitSetup(program, session);
     addFmt(program, session);
+    addStore(program, session);
+    addCompletion(program, session);
     addVersion(program, session);
 }
 

@@ -119,7 +119,8 @@ void addCat(CLI::App& program, Session& session) {
     command
         ->add_option("-o,--output", options->write.output,
                      "Where to write; else the standard output")
-        ->check(checkFileName);
+        ->check(checkFileName)
+        ->option_text("FILE");
     command->add_flag("--no-backup", options->write.noBackup,
                       "Keep no copy of the old file as FILE~");
     command->add_flag("--force", options->write.force,

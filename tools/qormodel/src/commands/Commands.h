@@ -16,6 +16,7 @@ struct Session {
 
 void addCat(CLI::App& program, Session& session);
 void addCheck(CLI::App& program, Session& session);
+void addCompletion(CLI::App& program, Session& session);
 void addDiff(CLI::App& program, Session& session);
 void addFmt(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
@@ -27,6 +28,7 @@ void addMerge(CLI::App& program, Session& session);
 void addNew(CLI::App& program, Session& session);
 void addRelations(CLI::App& program, Session& session);
 void addSet(CLI::App& program, Session& session);
+void addStore(CLI::App& program, Session& session);
 void addTree(CLI::App& program, Session& session);
 void addVersion(CLI::App& program, Session& session);
 

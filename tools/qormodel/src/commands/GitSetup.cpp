@@ -126,7 +126,8 @@ void addGitSetup(CLI::App& program, Session& session) {
                       "For all repositories of this user, not the one here alone");
     command->add_option("--pattern", options->pattern, "Which files")->capture_default_str();
     command->add_option("--program", options->program,
-                        "What git is to run; else this very program");
+                        "What git is to run; else this very program")
+        ->option_text("FILE");
     command->footer(
         "Sets the drivers in git's configuration and names them in .gitattributes.\n\n"
         "Example:\n  qormodel git-setup");

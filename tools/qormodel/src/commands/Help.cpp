@@ -4,12 +4,13 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace qormodel {
 
 namespace {
 struct Options {
-    std::string command;
+    std::vector<std::string> command;  // with the group ahead of it, where it is in one
     bool asManPage = false;
 };
 
@@ -27,7 +28,13 @@ void run(const Options& options, const CLI::App& program, Session& session) {
         return session.output.add(program.get_formatter()->make_help(
             &program, program.get_name(), CLI::AppFormatMode::Normal));
     // Under the name of the program, as its own --help shows it.
-    session.output.add(commandOf(program, options.command).help(program.get_name()));
+    const CLI::App* command = &program;
+    std::string holder;
+    for (const auto& name : options.command) {
+        holder += (holder.empty() ? "" : " ") + command->get_name();
+        command = &commandOf(*command, name);
+    }
+    session.output.add(command->help(holder));
 }
 }  // namespace
 

@@ -112,28 +112,34 @@ std::string describeFooter(const CLI::App& command) {
                : ".PP\n.nf\n" + plain(command.get_footer()) + "\n.fi\n";
 }
 
-std::string synopsisOf(const CLI::App& command) {
-    std::string line = ".SS \"" + command.get_name();
+std::string synopsisOf(const CLI::App& command, const std::string& name) {
+    std::string line = ".SS \"" + name;
     for (const auto* const option : command.get_options()) {
         if (option->nonpositional()) continue;
-        const std::string name = option->get_name(true);
-        line += option->get_required() ? ' ' + name : " [" + name + ']';
+        const std::string argument = option->get_name(true);
+        line += option->get_required() ? ' ' + argument : " [" + argument + ']';
     }
     return line + "\"\n";
 }
 
-std::string describe(const CLI::App& command) {
-    std::string text = synopsisOf(command) + plain(command.get_description()) + ".\n";
+bool isShownCommand(const CLI::App* command) { return !command->get_group().empty(); }
+
+/// \param name with the names of the groups that the command is in
+std::string describe(const CLI::App& command, const std::string& name) {
+    std::string text = synopsisOf(command, name) + plain(command.get_description()) + ".\n";
     for (const auto* const option : command.get_options())
         if (option->get_name() != "--help") text += describe(*option);
-    return text + describeFooter(command);
+    text += describeFooter(command);
+    for (const auto* const each : command.get_subcommands(isShownCommand))
+        text += describe(*each, name + ' ' + each->get_name());
+    return text;
 }
 }  // namespace
 
 std::string manPageOf(const CLI::App& program) {
     std::string page(head);
-    const auto commands = program.get_subcommands([](const CLI::App*) { return true; });
-    for (const auto* const command : commands) page += describe(*command);
+    for (const auto* const command : program.get_subcommands(isShownCommand))
+        page += describe(*command, command->get_name());
     return page.append(tail);
 }
 

@@ -111,7 +111,8 @@ void addMerge(CLI::App& program, Session& session) {
         ->add_option("--only-marked", options->twoWay.onlyMarked,
                      "Take over only what stands at and below these paths; removes nothing")
         ->delimiter(',')
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->option_text("PATH,...");
     command
         ->add_option("--observers", options->twoWay.telling,
                      "When observers hear of it: each change (they may refuse), end or never")

@@ -95,11 +95,13 @@ void addNew(CLI::App& program, Session& session) {
         ->add_option("--scan", options->scans,
                      "Add a scan: x,y,z[,nx,ny,nz] lines, legacy VTK text or PLY; - for the "
                      "standard input")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->option_text("FILE");
     command
         ->add_option("--track", options->tracks,
                      "Add the track of a sensor: legacy VTK text, a pose for each point")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->option_text("FILE");
     command->add_option("--name", options->name, "Name of the project; else that of the file");
     command->add_flag("--force", options->isForced, "Replace a file that is there");
     command->add_flag("--dry-run", options->isDryRun, "Tell what would be done, write nothing");

@@ -98,7 +98,8 @@ void addSet(CLI::App& program, Session& session) {
     command->add_option("--add", options->addType,
                         "Add attributes that are not there, of this type, such as double");
     command->add_option("--rm", options->removals, "Remove an attribute, field or object")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->option_text("PATH");
     addWriteFlags(*command, options->write);
     command->footer(
         "All changes are one write: where an observer refuses one, none is made and "

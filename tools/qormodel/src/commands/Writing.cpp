@@ -40,7 +40,8 @@ void addWriteFlags(CLI::App& command, WriteFlags& flags) {
     command
         .add_option("-o,--output", flags.output,
                     "Where to write, - for the standard output; else the file itself")
-        ->check(checkFileName);
+        ->check(checkFileName)
+        ->option_text("FILE");
     command.add_flag("--no-backup", flags.noBackup, "Keep no copy of the old file as FILE~");
     command.add_flag("--force", flags.force, "Write even where something would get lost");
     command.add_flag("--dry-run", flags.dryRun, "Tell what would be done, write nothing");
