@@ -19,10 +19,11 @@ using namespace qormodel::testing;
 
 namespace {
 
-// The commands that the help of the program lists, each with its line.
-std::map<std::string, std::string> listCommands() {
+// The commands that the help of the program, or of a group, lists, each with its line.
+std::map<std::string, std::string> listCommands(std::vector<std::string> group = {}) {
     std::map<std::string, std::string> commands;
-    std::istringstream help(runQormodel({"--help"}).out);
+    group.push_back("--help");
+    std::istringstream help(runQormodel(group).out);
     bool isList = false;
     for (std::string line; std::getline(help, line);) {
         if (isList && line.starts_with("  ") && line[2] != ' ')
@@ -54,9 +55,14 @@ struct ExampleFolder {
             put(name, "0,0,0\n1,2,3\n");
         put("track.txt", "0,0,0\n1,2,3\n");
         put("lossy.model", valueModel("Attr<double>", "1.#INF"));
+        put("settings.reg", "REGEDIT4\n\n[Viewer]\n\"Starts\"=dword:3\n"
+                            "[Viewer\\Window]\n\"Position\"=\"40 25\"\n");
         options.folder = folder.getFolder().string();
         options.environment["HOME"] = options.folder;
         runShell("git init -q .", options);
+        runShell("qormodel store --store settings.db import settings.reg && "
+                 "qormodel store --store settings.db import project.model --key Project 2>&1",
+                 options);
     }
 
     void put(const std::string& name, const std::string& content) const {
@@ -184,9 +190,29 @@ TEST(RunHelp, MakesAManualPageThatTheFormatterTakes) {
     EXPECT_EQ(result.err, "");
 }
 
+TEST(RunHelp, ExplainsTheCommandsOfAGroup) {
+    const std::string page = runQormodel({"help", "--man"}).out;
+    const auto commands = listCommands({"store"});
+    EXPECT_TRUE(commands.contains("export"));
+    for (const auto& [command, line] : commands) {
+        const RunResult help = runQormodel({"help", "store", command});
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_EQ(help.out, runQormodel({"store", command, "--help"}).out);
+        EXPECT_NE(help.out.find("Usage: qormodel store " + command), std::string::npos) << help.out;
+        EXPECT_NE(page.find("\n.SS \"store " + command), std::string::npos) << command;
+    }
+    EXPECT_EQ(runQormodel({"help", "store", "dance"}).status, 2);
+    EXPECT_EQ(page.find("complete\\-paths"), std::string::npos);  // for scripts only
+}
+
 TEST(RunHelp, GivesExamplesThatWork) {
-    for (const auto& [command, line] : listCommands()) {
-        const auto examples = examplesIn(runQormodel({command, "--help"}).out);
+    std::map<std::string, std::vector<std::string>> commands;
+    for (const auto& [command, line] : listCommands()) commands[command] = {command};
+    for (const auto& [command, line] : listCommands({"store"}))
+        commands["store " + command] = {"store", command};
+    for (auto& [command, words] : commands) {
+        words.push_back("--help");
+        const auto examples = examplesIn(runQormodel(words).out);
         EXPECT_FALSE(examples.empty()) << command;
         for (const auto& example : examples) {
             const ExampleFolder folder;

@@ -1,0 +1,265 @@
+// What the shells offer, asked from the shells themselves.
+#include "support/RunProgram.h"
+#include "support/Sample.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using namespace qormodel::testing;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+std::string quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char each : text) result += each == '\'' ? "'\\''" : std::string(1, each);
+    return result + '\'';
+}
+
+Words sortedLines(const std::string& text) {
+    Words lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        if (!line.empty()) lines.push_back(line);
+    std::ranges::sort(lines);
+    return lines;
+}
+
+// A folder with files to complete.
+class Completing : public ::testing::Test {
+protected:
+    Completing() {
+        options.folder = folder.getFolder().string();
+        options.environment["HOME"] = options.folder;
+        options.environment["TERM"] = "vt100";
+        for (const char* const name : {"project.model", "my file.model"}) put(name, projectText);
+        put("broken.model", "\"Test\"\n\"kVLib\" 9.1.0.0\nAttrContainer { \nAttr<int> { \nName");
+        put("points.txt", "0,0,0\n");
+    }
+
+    void put(const std::string& name, const std::string& content) const {
+        std::ofstream(folder.getFolder() / name, std::ios::binary) << content;
+    }
+
+    // What bash's function offers for the last of the words.
+    Words inBash(const Words& words) const {
+        std::string script = "source <(qormodel completion bash)\nCOMP_WORDS=(";
+        for (const auto& word : words) script += quoted(word) + ' ';
+        script += ")\nCOMP_CWORD=" + std::to_string(words.size() - 1) +
+                  "\n_qormodel\nprintf '%s\\n' \"${COMPREPLY[@]}\"\n";
+        put("script", script);
+        const RunResult result = runShell("bash --norc script", options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        return sortedLines(result.out);
+    }
+
+    // What a line becomes in an interactive shell by the tabulator key. The shell then prints it.
+    std::string typed(const std::string& shell, const std::string& setup,
+                      const std::string& line) const {
+        put("driver", "zmodload zsh/zpty || exit 3\n"
+                      "zpty -b shell " + quoted(shell) + "\n"
+                      "zpty -w shell " + quoted(setup + "; echo REA''DY") + "\n"
+                      "ask() {\n"
+                      "  local text= part n\n"
+                      "  for ((n = 0; n < 300; ++n)); do\n"
+                      "    while zpty -rt shell part; do text+=$part; done\n"
+                      "    [[ $text == *$1* ]] && break\n"
+                      "    sleep 0.1\n"
+                      "  done\n"
+                      "  print -r -- $text\n"
+                      "}\n"
+                      "ask $'READY\\r'\n"
+                      "zpty -wn shell " + quoted(line) + "$'\\t'\n"
+                      "sleep 1.5\n"
+                      "zpty -wn shell $'\\C-aecho RES\"\"ULT \\C-e END\\r'\n"
+                      "ask $'RESULT*END*\\r'\n"
+                      "zpty -d shell\n");
+        const RunResult result = runShell("zsh -f driver", options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        std::smatch found;
+        const std::regex answer("RESULT (.*) END");
+        return std::regex_search(result.out, found, answer) ? found[1].str()
+                                                            : "nothing in: " + result.out;
+    }
+
+    std::string typedInBash(const std::string& line) const {
+        return typed("bash --norc --noprofile -i",
+                     "source <(qormodel completion bash); PS1='> '; set +o histexpand; bind 'set enable-bracketed-paste off'", line);
+    }
+    std::string typedInZsh(const std::string& line) const {
+        return typed("zsh -f -i",
+                     "autoload -Uz compinit; compinit -u -D; source <(qormodel completion zsh); "
+                     "bindkey -e; PS1='> '; PROMPT_EOL_MARK=",
+                     line);
+    }
+
+    // What fish offers at the end of a line.
+    Words inFish(const std::string& line) const {
+        put("script.fish", "qormodel completion fish | source\ncomplete -C " + quoted(line) + "\n");
+        const RunResult result = runShell("fish --no-config script.fish", options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        return sortedLines(std::regex_replace(result.out, std::regex("\t[^\n]*"), ""));
+    }
+
+    TemporaryFile folder{""};
+    RunOptions options;
+};
+
+bool has(const Words& words, const std::string& word) {
+    return std::ranges::find(words, word) != words.end();
+}
+
+// The names of all commands, as the help lists them.
+Words commandNames() {
+    Words names;
+    std::istringstream help(runQormodel({"--help"}).out);
+    bool isList = false;
+    for (std::string line; std::getline(help, line);) {
+        if (isList && line.starts_with("  ") && line[2] != ' ')
+            names.push_back(line.substr(2, line.find(' ', 2) - 2));
+        if (line == "Subcommands:") isList = true;
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+}  // namespace
+
+TEST_F(Completing, InBashOffersAllCommands) {
+    EXPECT_EQ(inBash({"qormodel", ""}), commandNames());
+    EXPECT_EQ(inBash({"qormodel", "tr"}), Words{"tree"});
+    EXPECT_EQ(inBash({"qormodel", "--color", "never", "tr"}), Words{"tree"});
+    EXPECT_EQ(inBash({"qormodel", "help", "tr"}), Words{"tree"});
+    EXPECT_EQ(inBash({"qormodel", "store", "--store", "x.db", ""}),
+              (Words{"export", "get", "import", "ls", "rm", "set"}));
+    EXPECT_EQ(inBash({"qormodel", "complete"}), Words{});  // that one is for scripts
+}
+
+TEST_F(Completing, InBashOffersEachOptionThatTheHelpTells) {
+    for (const auto& command : commandNames()) {
+        const Words offered = inBash({"qormodel", command, "-"});
+        const std::string help = runQormodel({command, "--help"}).out;
+        const std::regex line("\n  (-[-A-Za-z,]+)");
+        for (std::sregex_iterator found(help.begin(), help.end(), line), end; found != end;
+             ++found) {
+            std::istringstream names((*found)[1]);
+            for (std::string name; std::getline(names, name, ',');)
+                EXPECT_TRUE(has(offered, name)) << command << ' ' << name;
+        }
+        EXPECT_TRUE(has(offered, "--color")) << command;
+    }
+    EXPECT_TRUE(has(inBash({"qormodel", "store", "export", "--"}), "--store"));
+    EXPECT_FALSE(has(inBash({"qormodel", "tree", "--"}), "--mask"));
+}
+
+TEST_F(Completing, InBashOffersTheValuesOfOptions) {
+    EXPECT_EQ(inBash({"qormodel", "cat", "--as", ""}), (Words{"export", "json", "text", "xml"}));
+    EXPECT_EQ(inBash({"qormodel", "cat", "--as", "e"}), Words{"export"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "--color", "=", "al"}), Words{"always"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "--color", "="}), (Words{"always", "auto", "never"}));
+    EXPECT_EQ(inBash({"qormodel", "merge", "--prefer", "o"}), Words{"ours"});
+    EXPECT_EQ(inBash({"qormodel", "completion", ""}), (Words{"bash", "fish", "zsh"}));
+    EXPECT_EQ(inBash({"qormodel", "tree", "-L", ""}), Words{});  // any number
+    EXPECT_EQ(inBash({"qormodel", "store", "set", "K", "x=y", "--type", "q"}), Words{"qword"});
+}
+
+TEST_F(Completing, InBashOffersFiles) {
+    EXPECT_EQ(inBash({"qormodel", "info", "pro"}), Words{"project.model"});
+    EXPECT_EQ(inBash({"qormodel", "info", "project.model", "my"}), Words{"my file.model"});
+    EXPECT_EQ(inBash({"qormodel", "diff", "project.model", "br"}), Words{"broken.model"});
+    EXPECT_EQ(inBash({"qormodel", "new", "x.model", "--scan", "poi"}), Words{"points.txt"});
+    EXPECT_EQ(inBash({"qormodel", "set", "project.model", "-o", "pro"}), Words{"project.model"});
+    EXPECT_EQ(inBash({"qormodel", "store", "--store", "pro"}), Words{"project.model"});
+}
+
+TEST_F(Completing, InBashOffersThePathsOfTheFileOnTheLine) {
+    EXPECT_EQ(inBash({"qormodel", "get", "project.model", "/Sc"}), Words{"/Scans/"});
+    EXPECT_EQ(inBash({"qormodel", "get", "project.model", "/Name", "/Scans/C"}),
+              Words{"/Scans/Count"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "-L", "2", "project.model", "/Scans/F"}),
+              Words{"/Scans/First/"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "'my file.model'", "/Sc"}), Words{"/Scans/"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "my\\ file.model", "/Sc"}), Words{"/Scans/"});
+    EXPECT_EQ(inBash({"qormodel", "tree", "~/project.model", "/Sc"}), Words{"/Scans/"});
+    EXPECT_EQ(inBash({"qormodel", "set", "project.model", "--rm", "/Scans/B"}),
+              Words{"/Scans/Box/"});
+    EXPECT_EQ(inBash({"qormodel", "cat", "project.model", "--mask", "/Name,/Or"}),
+              Words{"/Name,/Origin"});
+    EXPECT_EQ(inBash({"qormodel", "store", "export", "--into", "project.model", "--path", "/Sc"}),
+              Words{"/Scans/"});
+}
+
+TEST_F(Completing, InBashIsQuietWhereThereAreNoPaths) {
+    EXPECT_EQ(inBash({"qormodel", "get", "none.model", "/"}), Words{});
+    EXPECT_EQ(inBash({"qormodel", "get", "points.txt", "/"}), Words{});
+    EXPECT_EQ(inBash({"qormodel", "get", "-", "/"}), Words{});
+    EXPECT_EQ(inBash({"qormodel", "get", "$(touch ran)", "/"}), Words{});
+    EXPECT_EQ(contentOf((folder.getFolder() / "ran").string()), "");
+    EXPECT_FALSE(std::filesystem::exists(folder.getFolder() / "ran"));
+}
+
+TEST_F(Completing, AsksTheProgramWithoutAWordOnErrors) {
+    for (const char* const file : {"none.model", "broken.model", "points.txt", ".", "-"}) {
+        const RunResult result = runQormodel({"complete-paths", file, "/x"}, options);
+        EXPECT_EQ(result.status, 0) << file;
+        EXPECT_EQ(result.out, "") << file;
+        EXPECT_EQ(result.err, "") << file;
+    }
+    EXPECT_EQ(runQormodel({"complete-paths", "project.model", "/Scans/"}, options).out,
+              "/Scans/Box/\n/Scans/First/\n/Scans/Name\n/Scans/Action\n/Scans/Event\n"
+              "/Scans/MajorVersion\n/Scans/MinorVersion\n/Scans/UUID\n/Scans/Count\n");
+}
+
+TEST_F(Completing, WorksWhereSomebodyTypesInBash) {
+    EXPECT_EQ(typedInBash("qormodel tre"), "qormodel tree ");
+    EXPECT_EQ(typedInBash("qormodel cat --as=ex"), "qormodel cat --as=export ");
+    EXPECT_EQ(typedInBash("qormodel tree pro"), "qormodel tree project.model ");
+    EXPECT_EQ(typedInBash("qormodel get project.model /Sc"), "qormodel get project.model /Scans/");
+    EXPECT_EQ(typedInBash("qormodel get project.model /Scans/Cou"),
+              "qormodel get project.model /Scans/Count ");
+    EXPECT_EQ(typedInBash("qormodel info my"), "qormodel info my file.model ");
+}
+
+TEST_F(Completing, WorksWhereSomebodyTypesInZsh) {
+    EXPECT_EQ(typedInZsh("qormodel tre"), "qormodel tree ");
+    EXPECT_EQ(typedInZsh("qormodel store --store x ex"), "qormodel store --store x export ");
+    EXPECT_EQ(typedInZsh("qormodel tree --attr"), "qormodel tree --attributes ");
+    EXPECT_EQ(typedInZsh("qormodel cat --as ex"), "qormodel cat --as export ");
+    EXPECT_EQ(typedInZsh("qormodel cat --as=ex"), "qormodel cat --as=export ");
+    EXPECT_EQ(typedInZsh("qormodel tree pro"), "qormodel tree project.model ");
+    EXPECT_EQ(typedInZsh("qormodel get project.model /Sc"), "qormodel get project.model /Scans/");
+    EXPECT_EQ(typedInZsh("qormodel get 'my file.model' /Scans/Cou"),
+              "qormodel get my file.model /Scans/Count ");
+    EXPECT_EQ(typedInZsh("qormodel cat project.model --mask /Name,/Or"),
+              "qormodel cat project.model --mask /Name,/Origin ");
+}
+
+TEST_F(Completing, InZshTellsWhatCannotBeRead) {
+    EXPECT_EQ(typedInZsh("qormodel get none.model /Sc"), "qormodel get none.model /Sc");
+}
+
+TEST_F(Completing, InFishOffersTheSame) {
+    EXPECT_EQ(inFish("qormodel "), commandNames());
+    EXPECT_EQ(inFish("qormodel tr"), Words{"tree"});
+    EXPECT_EQ(inFish("qormodel tree --attr"), Words{"--attributes"});
+    EXPECT_EQ(inFish("qormodel cat --as e"), Words{"export"});
+    EXPECT_EQ(inFish("qormodel tree --color=al"), Words{"--color=always"});
+    EXPECT_EQ(inFish("qormodel tree pro"), Words{"project.model"});
+    EXPECT_EQ(inFish("qormodel get project.model /Scans/"),
+              sortedLines(
+                  runQormodel({"complete-paths", "project.model", "/Scans/"}, options).out));
+    EXPECT_EQ(inFish("qormodel get 'my file.model' /Name /Sc"), Words{"/Scans/"});
+    EXPECT_EQ(inFish("qormodel cat project.model --mask /Name,/Or"), Words{"/Name,/Origin"});
+    EXPECT_EQ(inFish("qormodel store --store x.db ex"), Words{"export"});
+    EXPECT_EQ(inFish("qormodel get none.model /"), Words{});
+}
