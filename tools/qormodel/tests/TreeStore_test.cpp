@@ -191,7 +191,7 @@ TEST(TreeStore, TellsAValueThatNoTextStandsFor) {
 TEST(TreeStore, TellsNamesThatAStoreTakesForTheSame) {
     const Document document = makeDocument();
     addObject(*document.root, "Scan");
-    addObject(*document.root, "scan");
+    addObject(*document.root, "other")->name("scan");  // the siblings are not asked
     addField(*document.root, "Box");
     addObject(*document.root, "box");
     put(*document.root, "Count", 1);
@@ -200,10 +200,9 @@ TEST(TreeStore, TellsNamesThatAStoreTakesForTheSame) {
 
     const auto result = import(store, document);
 
-    ASSERT_EQ(result.problems.size(), 3u);
-    EXPECT_EQ(result.problems[0].path, "/count");
-    EXPECT_EQ(result.problems[1].path, "/scan");
-    EXPECT_EQ(result.problems[2].path, "/box");
+    std::string paths;
+    for (const auto& problem : result.problems) paths += problem.path + ' ';
+    EXPECT_EQ(paths, "/count /scan /box ");
 }
 
 TEST(TreeStore, KeepsTheClassesThatAreNotKnownHere) {

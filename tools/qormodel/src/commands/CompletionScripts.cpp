@@ -119,7 +119,6 @@ complete -F _qormodel qormodel
 
 constexpr const char* zshEnd = R"sh(
 _qormodel() {
-    emulate -L zsh
     local cmd option number model found cur program=${(Q)words[1]}
     local -a ahead candidates
     ahead=("${(@Q)words[2,CURRENT-1]}")
@@ -210,7 +209,7 @@ function __qormodel_paths
     set -l last (string replace -r '^.*,' '' -- $token)
     test -n "$state[3]"; or return
     for each in ($program complete-paths $state[3] "$last" 2>/dev/null)
-        echo $head$each
+        echo "$head$each"
     end
 end
 

@@ -58,7 +58,7 @@ std::string attributeTextOf(const StoredValue& value) {
 }
 
 std::string attributeTypeOf(const StoredValue& value) {
-    if (inqTexts(value)) return "Attr<StringVector>";
+    if (inqTexts(value)) return "Attr<StringArray>";
     if (!inqNumber(value)) return "Attr<String>";
     return value.type == TypeDword ? "Attr<uint32_t>" : "Attr<uint64_t>";
 }

@@ -26,6 +26,7 @@ std::map<std::string, std::string> listCommands(std::vector<std::string> group =
     std::istringstream help(runQormodel(group).out);
     bool isList = false;
     for (std::string line; std::getline(help, line);) {
+        if (line.empty()) isList = false;
         if (isList && line.starts_with("  ") && line[2] != ' ')
             commands[line.substr(2, line.find(' ', 2) - 2)] = line;
         if (line == "Subcommands:") isList = true;

@@ -39,7 +39,7 @@ protected:
     Completing() {
         options.folder = folder.getFolder().string();
         options.environment["HOME"] = options.folder;
-        options.environment["TERM"] = "vt100";
+        options.environment["TERM"] = "xterm";
         for (const char* const name : {"project.model", "my file.model"}) put(name, projectText);
         put("broken.model", "\"Test\"\n\"kVLib\" 9.1.0.0\nAttrContainer { \nAttr<int> { \nName");
         put("points.txt", "0,0,0\n");
@@ -62,7 +62,8 @@ protected:
         return sortedLines(result.out);
     }
 
-    // What a line becomes in an interactive shell by the tabulator key. The shell then prints it.
+    // What a line becomes in an interactive shell by the tabulator key and an X behind it. The shell
+    // then prints it.
     std::string typed(const std::string& shell, const std::string& setup,
                       const std::string& line) const {
         put("driver", "zmodload zsh/zpty || exit 3\n"
@@ -72,7 +73,7 @@ protected:
                       "  local text= part n\n"
                       "  for ((n = 0; n < 300; ++n)); do\n"
                       "    while zpty -rt shell part; do text+=$part; done\n"
-                      "    [[ $text == *$1* ]] && break\n"
+                      "    [[ $text == *${~1}* ]] && break\n"
                       "    sleep 0.1\n"
                       "  done\n"
                       "  print -r -- $text\n"
@@ -80,7 +81,7 @@ protected:
                       "ask $'READY\\r'\n"
                       "zpty -wn shell " + quoted(line) + "$'\\t'\n"
                       "sleep 1.5\n"
-                      "zpty -wn shell $'\\C-aecho RES\"\"ULT \\C-e END\\r'\n"
+                      "zpty -wn shell $'X\\C-aecho RES\"\"ULT \\C-e END\\r'\n"
                       "ask $'RESULT*END*\\r'\n"
                       "zpty -d shell\n");
         const RunResult result = runShell("zsh -f driver", options);
@@ -93,7 +94,7 @@ protected:
 
     std::string typedInBash(const std::string& line) const {
         return typed("bash --norc --noprofile -i",
-                     "source <(qormodel completion bash); PS1='> '; set +o histexpand; bind 'set enable-bracketed-paste off'", line);
+                     "source <(qormodel completion bash); PS1='> '", line);
     }
     std::string typedInZsh(const std::string& line) const {
         return typed("zsh -f -i",
@@ -221,31 +222,31 @@ TEST_F(Completing, AsksTheProgramWithoutAWordOnErrors) {
 }
 
 TEST_F(Completing, WorksWhereSomebodyTypesInBash) {
-    EXPECT_EQ(typedInBash("qormodel tre"), "qormodel tree ");
-    EXPECT_EQ(typedInBash("qormodel cat --as=ex"), "qormodel cat --as=export ");
-    EXPECT_EQ(typedInBash("qormodel tree pro"), "qormodel tree project.model ");
-    EXPECT_EQ(typedInBash("qormodel get project.model /Sc"), "qormodel get project.model /Scans/");
+    EXPECT_EQ(typedInBash("qormodel tre"), "qormodel tree X");
+    EXPECT_EQ(typedInBash("qormodel cat --as=ex"), "qormodel cat --as=export X");
+    EXPECT_EQ(typedInBash("qormodel tree pro"), "qormodel tree project.model X");
+    EXPECT_EQ(typedInBash("qormodel get project.model /Sc"), "qormodel get project.model /Scans/X");
     EXPECT_EQ(typedInBash("qormodel get project.model /Scans/Cou"),
-              "qormodel get project.model /Scans/Count ");
-    EXPECT_EQ(typedInBash("qormodel info my"), "qormodel info my file.model ");
+              "qormodel get project.model /Scans/Count X");
+    EXPECT_EQ(typedInBash("qormodel info my"), "qormodel info my file.model X");
 }
 
 TEST_F(Completing, WorksWhereSomebodyTypesInZsh) {
-    EXPECT_EQ(typedInZsh("qormodel tre"), "qormodel tree ");
-    EXPECT_EQ(typedInZsh("qormodel store --store x ex"), "qormodel store --store x export ");
-    EXPECT_EQ(typedInZsh("qormodel tree --attr"), "qormodel tree --attributes ");
-    EXPECT_EQ(typedInZsh("qormodel cat --as ex"), "qormodel cat --as export ");
-    EXPECT_EQ(typedInZsh("qormodel cat --as=ex"), "qormodel cat --as=export ");
-    EXPECT_EQ(typedInZsh("qormodel tree pro"), "qormodel tree project.model ");
-    EXPECT_EQ(typedInZsh("qormodel get project.model /Sc"), "qormodel get project.model /Scans/");
+    EXPECT_EQ(typedInZsh("qormodel tre"), "qormodel tree X");
+    EXPECT_EQ(typedInZsh("qormodel store --store x ex"), "qormodel store --store x export X");
+    EXPECT_EQ(typedInZsh("qormodel tree --attr"), "qormodel tree --attributes X");
+    EXPECT_EQ(typedInZsh("qormodel cat --as ex"), "qormodel cat --as export X");
+    EXPECT_EQ(typedInZsh("qormodel cat --as=ex"), "qormodel cat --as=export X");
+    EXPECT_EQ(typedInZsh("qormodel tree pro"), "qormodel tree project.model X");
+    EXPECT_EQ(typedInZsh("qormodel get project.model /Sc"), "qormodel get project.model /Scans/X");
     EXPECT_EQ(typedInZsh("qormodel get 'my file.model' /Scans/Cou"),
-              "qormodel get my file.model /Scans/Count ");
+              "qormodel get my file.model /Scans/Count X");
     EXPECT_EQ(typedInZsh("qormodel cat project.model --mask /Name,/Or"),
-              "qormodel cat project.model --mask /Name,/Origin ");
+              "qormodel cat project.model --mask /Name,/Origin X");
 }
 
 TEST_F(Completing, InZshTellsWhatCannotBeRead) {
-    EXPECT_EQ(typedInZsh("qormodel get none.model /Sc"), "qormodel get none.model /Sc");
+    EXPECT_EQ(typedInZsh("qormodel get none.model /Sc"), "qormodel get none.model /ScX");
 }
 
 TEST_F(Completing, InFishOffersTheSame) {
