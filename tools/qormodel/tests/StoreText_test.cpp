@@ -28,8 +28,8 @@ TEST(StoreText, NamesTypesByWordsAndOthersByNumber) {
     const struct {
         unsigned long type;
         std::string word;
-    } rows[]{{0, "none"},   {1, "text"},  {2, "expand"}, {3, "binary"},
-             {4, "dword"},  {7, "multi"}, {11, "qword"}, {5, "5"}};
+    } rows[]{{0, "none"},  {1, "text"},  {2, "expand"}, {3, "binary"},
+             {4, "dword"}, {7, "multi"}, {11, "qword"}, {5, "5"}};
     for (const auto& row : rows) {
         EXPECT_EQ(typeWordOf(row.type), row.word);
         EXPECT_EQ(typeOfWord(row.word), row.type);
@@ -93,7 +93,8 @@ TEST(StoreText, GivesNumbersAsJsonNumbers) {
 }
 
 TEST(StoreText, JoinsPairsOfSurrogates) {
-    EXPECT_EQ(joinPairs({L'a', wchar_t(0xD83D), wchar_t(0xDE00)}), (std::wstring{L'a', wchar_t(0x1F600)}));
+    EXPECT_EQ(joinPairs({L'a', wchar_t(0xD83D), wchar_t(0xDE00)}),
+              (std::wstring{L'a', wchar_t(0x1F600)}));
     EXPECT_EQ(joinPairs({wchar_t(0xD83D), L'a'}), (std::wstring{wchar_t(0xD83D), L'a'}));
     EXPECT_EQ(joinPairs({wchar_t(0xDE00)}), (std::wstring{wchar_t(0xDE00)}));
 }

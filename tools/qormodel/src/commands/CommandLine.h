@@ -33,10 +33,10 @@ struct OptionLine {
 struct CommandLine {
     std::string path;  ///< as in "store ls"; empty for the program
     std::string description;
-    std::vector<OptionLine> options;        ///< those of its groups and of the program too
-    std::vector<ArgumentKind> arguments;    ///< in their order
-    bool isLastRepeated = false;            ///< any number of the last argument
-    std::vector<std::string> subcommands;   ///< their names
+    std::vector<OptionLine> options;       ///< those of its groups and of the program too
+    std::vector<ArgumentKind> arguments;   ///< in their order
+    bool isLastRepeated = false;           ///< any number of the last argument
+    std::vector<std::string> subcommands;  ///< their names
 };
 
 /// The program, its commands and theirs; hidden ones are left out. What an argument is goes by the

@@ -101,7 +101,8 @@ private:
 void addList(CLI::App& group, const Group& store, Session& session) {
     auto* const command = group.add_subcommand("ls", "List the keys and values of a key");
     const auto options = std::make_shared<ListOptions>();
-    command->add_option("KEY", options->key, "Path of a key, as in 'Viewer\\Window'; else the root");
+    command->add_option("KEY", options->key,
+                        "Path of a key, as in 'Viewer\\Window'; else the root");
     command->add_flag("-r,--recursive", options->isRecursive, "All below it too");
     command->add_flag("--json", options->asJson, "Print one JSON object");
     command->footer("Example:\n  qormodel store --store settings.db ls -r Viewer");
@@ -201,8 +202,7 @@ void set(const SetOptions& options, const Group& group, Session& session) {
         if (before)
             output.print("{} {}: {} -> {}\n", output.in(Colour::Changed, "~"), shown,
                          shortText(*before), shortText(value));
-        else
-            output.print("{} {} = {}\n", output.in(Colour::Added, "+"), shown, shortText(value));
+        else output.print("{} {} = {}\n", output.in(Colour::Added, "+"), shown, shortText(value));
     }
     change.commit();
 }

@@ -196,8 +196,8 @@ void exportModel(const StoreFile& store, const ExportOptions& options, Session& 
     const std::wstring key = storeName(options.key);
     if (!StoreKey::inq(store, key)) throw store.failure(key, "is not there");
     std::vector<KeyProblem> problems;
-    const Document document = options.into.empty() ? makeTree(store, key, problems)
-                                                   : loadDocument(options.into);
+    const Document document =
+        options.into.empty() ? makeTree(store, key, problems) : loadDocument(options.into);
     if (!options.into.empty() && !mayBeWritten(document, options.write, session)) return;
     if (tell(problems, store.file, options.write.force, session)) return;
     const auto edits = readValues(store, key, elementAt(document, options.path));
@@ -228,15 +228,14 @@ void runExport(const ExportOptions& options, const Group& group, Session& sessio
         throw Failure("expected -o FILE or --into FILE");
     if (options.into.empty() && options.path != "/")
         throw Failure("--path is a place in the file of --into");
-    const bool isNamedReg = options.form.empty() && options.into.empty() &&
-                            endsWith(options.write.output, ".reg");
+    const bool isNamedReg =
+        options.form.empty() && options.into.empty() && endsWith(options.write.output, ".reg");
     const bool isReg = isNamedReg || options.form == "reg" || options.form == "reg4";
     if (isReg && !options.into.empty()) throw Failure("--into is for model files only");
     if (!isReg && options.base) throw Failure("--base is for registry files only");
     const StoreFile store(group->file, WhenMissing::Fail);
     if (!isReg) return exportModel(store, options, session);
-    exportRegFile(store, options,
-                  options.form == "reg4" ? RegForm::Version4 : RegForm::Version5);
+    exportRegFile(store, options, options.form == "reg4" ? RegForm::Version4 : RegForm::Version5);
 }
 
 void addImport(CLI::App& group, const Group& store, Session& session) {
@@ -249,8 +248,9 @@ void addImport(CLI::App& group, const Group& store, Session& session) {
         ->option_text("KEY");
     command->add_option("--path", options->path, "The element of the model file; else all of it")
         ->option_text("PATH");
-    command->add_option("--base", options->base,
-                        "The path that stands in the .reg file for KEY; else none")
+    command
+        ->add_option("--base", options->base,
+                     "The path that stands in the .reg file for KEY; else none")
         ->option_text("KEY");
     command->add_flag("--replace", options->isReplacing, "Empty the key first");
     command->add_flag("--force", options->isForced,
@@ -275,8 +275,9 @@ void addExport(CLI::App& group, const Group& store, Session& session) {
         ->add_option("--as", options->form, "The form; else by the name of the file: .reg or model")
         ->check(CLI::IsMember({"model", "reg", "reg4"}))
         ->option_text("model|reg|reg4");
-    command->add_option("--base", options->base,
-                        "The path that stands in the .reg file for KEY; else its own")
+    command
+        ->add_option("--base", options->base,
+                     "The path that stands in the .reg file for KEY; else its own")
         ->option_text("KEY");
     addWriteFlags(*command, options->write);
     command->footer(

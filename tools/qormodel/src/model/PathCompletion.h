@@ -8,9 +8,9 @@
 
 namespace qormodel {
 
-/// The paths that go on from `prefix`, in the order of the file: fields and objects with a "/" behind
-/// them, then attributes. They begin as the prefix does, with its spelling of the holders' names.
-/// Costs one pass over the names at each level of the path.
+/// The paths that go on from `prefix`, in the order of the file: fields and objects with a "/"
+/// behind them, then attributes. They begin as the prefix does, with its spelling of the holders'
+/// names. Costs one pass over the names at each level of the path.
 std::vector<std::string> completePaths(const Outline& outline, const std::string& prefix);
 
 }  // namespace qormodel

@@ -50,8 +50,9 @@ private:
             if (!isKeyName(name))
                 return problem(path, "its name cannot be that of a key in a store");
             if (!names.take(name))
-                return problem(path, "another element has its key: a store takes names for the "
-                                     "same that differ in case alone");
+                return problem(path,
+                               "another element has its key: a store takes names for the "
+                               "same that differ in case alone");
             found.push_back({{container, std::dynamic_pointer_cast<ac::Object>(container), path,
                               place.element.depth + 1, isField},
                              keyBelow(place.key, storeName(name))});

@@ -28,8 +28,7 @@ std::optional<std::string> toCodePage(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     for (const wchar_t character : text) {
-        const bool isOwnNumber =
-            character < 0x80 || (character >= 0xA0 && character <= 0xFF);
+        const bool isOwnNumber = character < 0x80 || (character >= 0xA0 && character <= 0xFF);
         const auto* const found = std::ranges::find(special, character);
         if (!isOwnNumber && found == special.end()) return std::nullopt;
         bytes += static_cast<char>(isOwnNumber ? character : 0x80 + (found - special.begin()));

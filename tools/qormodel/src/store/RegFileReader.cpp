@@ -55,8 +55,8 @@ private:
     }
 
     void decodeWide(std::string_view bytes) {
-        text = joinPairs(keystore::dataToText(
-            reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()));
+        text = joinPairs(keystore::dataToText(reinterpret_cast<const unsigned char*>(bytes.data()),
+                                              bytes.size()));
         if (bytes.size() % 2 == 0) return;
         for (const wchar_t each : text) line += each == L'\n' ? 1 : 0;
         fail("the file ends within a character: expected two bytes for each");
@@ -124,8 +124,8 @@ private:
         at += close + 1;
         hasKey = !isRemoval;
         checkPath();
-        steps.push_back({isRemoval ? RegStep::Kind::RemoveKey : RegStep::Kind::MakeKey, line, key,
-                         {}, {}});
+        steps.push_back(
+            {isRemoval ? RegStep::Kind::RemoveKey : RegStep::Kind::MakeKey, line, key, {}, {}});
     }
 
     void checkPath() const {

@@ -39,13 +39,15 @@ public:
 private:
     void addKey(const StoreKey& key, const std::wstring& path) {
         if (path.find_first_of(L"\r\n") != std::wstring::npos)
-            throw store.failure(key.getPath(), "has a line break in its name, which a registry "
-                                               "file cannot hold");
+            throw store.failure(key.getPath(),
+                                "has a line break in its name, which a registry "
+                                "file cannot hold");
         const auto values = key.listValues();
         if (path.empty()) {  // the root of a store, for which such a file has no name
             if (!values.empty())
-                throw store.failure(values.front(), "stands in the root of the store, for which "
-                                                    "a registry file has no name: --base gives one");
+                throw store.failure(values.front(),
+                                    "stands in the root of the store, for which "
+                                    "a registry file has no name: --base gives one");
             return;
         }
         text += L"\r\n[" + path + L"]\r\n";
@@ -112,8 +114,9 @@ private:
     }
 
     [[noreturn]] void refuse() const {
-        throw store.failure(place, "REGEDIT4 cannot hold it, which has the characters of code "
-                                   "page 1252 only; --as reg can");
+        throw store.failure(place,
+                            "REGEDIT4 cannot hold it, which has the characters of code "
+                            "page 1252 only; --as reg can");
     }
 
     std::string encode() const {
@@ -147,8 +150,8 @@ private:
 };
 }  // namespace
 
-std::string writeRegFile(const StoreFile& store, const std::wstring& path,
-                         const std::wstring& base, RegForm form) {
+std::string writeRegFile(const StoreFile& store, const std::wstring& path, const std::wstring& base,
+                         RegForm form) {
     return RegWriter(store, form).write(path, base);
 }
 

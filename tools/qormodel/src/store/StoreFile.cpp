@@ -42,9 +42,9 @@ StoreFile::~StoreFile() {
     if (!isNew || !store) return;
     unsigned long numKeys = 0;
     unsigned long numValues = 0;
-    const auto status = keystore::RegQueryInfoKeyA(store->root(), nullptr, nullptr, nullptr,
-                                                   &numKeys, nullptr, nullptr, &numValues, nullptr,
-                                                   nullptr, nullptr, nullptr);
+    const auto status =
+        keystore::RegQueryInfoKeyA(store->root(), nullptr, nullptr, nullptr, &numKeys, nullptr,
+                                   nullptr, &numValues, nullptr, nullptr, nullptr, nullptr);
     if (status != keystore::Success || numKeys != 0 || numValues != 0) return;
     store.reset();
     std::error_code ignored;
@@ -79,8 +79,7 @@ std::optional<StoreKey> StoreKey::inq(const StoreFile& file, const std::wstring&
 
 StoreKey StoreKey::make(const StoreFile& file, const std::wstring& path) {
     StoreKey opened(file, path);
-    const auto status =
-        keystore::RegCreateKeyW(file.store->root(), path.c_str(), &opened.key);
+    const auto status = keystore::RegCreateKeyW(file.store->root(), path.c_str(), &opened.key);
     if (status != keystore::Success) throw file.failure(path, status);
     return opened;
 }
@@ -123,9 +122,9 @@ std::optional<StoredValue> StoreKey::inqValue(const std::wstring& name) const {
     unsigned long size = 0;
     for (;;) {  // another program may store a longer one in between
         const bool isSizeAsked = value.data.empty();
-        const auto status = keystore::RegQueryValueExW(
-            key, name.c_str(), nullptr, &value.type, isSizeAsked ? nullptr : value.data.data(),
-            &size);
+        const auto status =
+            keystore::RegQueryValueExW(key, name.c_str(), nullptr, &value.type,
+                                       isSizeAsked ? nullptr : value.data.data(), &size);
         if (status == keystore::FileNotFound) return std::nullopt;
         if (status != keystore::Success && status != keystore::MoreData)
             throw file.failure(keyBelow(path, name), status);

@@ -80,7 +80,8 @@ private:
     keystore::HKEY key = nullptr;
 };
 
-/// Removes a key with all below it; of the root what is below it. \return false where it is missing.
+/// Removes a key with all below it; of the root what is below it. \return false where it is
+/// missing.
 bool rmTree(const StoreFile& file, const std::wstring& path);
 
 /// A path or name that a user gives, as the store wants it. \throws Failure for what is no UTF-8.

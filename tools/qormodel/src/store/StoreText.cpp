@@ -103,8 +103,7 @@ unsigned long typeOfWord(const std::string& word) {
 }
 
 std::optional<std::wstring> inqText(const StoredValue& value) {
-    const bool isText =
-        value.type == keystore::TypeText || value.type == keystore::TypeExpandText;
+    const bool isText = value.type == keystore::TypeText || value.type == keystore::TypeExpandText;
     if (!isText || value.data.size() % 2 != 0) return std::nullopt;
     std::wstring text = charactersOf(value);
     if (text.ends_with(L'\0')) text.pop_back();

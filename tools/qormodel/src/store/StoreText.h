@@ -14,7 +14,8 @@ constexpr unsigned long TypeNone = 0;
 constexpr unsigned long TypeDword = 4;
 constexpr unsigned long TypeQword = 11;
 
-/// The word for a type: "none", "text", "expand", "binary", "dword", "multi", "qword", or its number.
+/// The word for a type: "none", "text", "expand", "binary", "dword", "multi", "qword", or its
+/// number.
 std::string typeWordOf(unsigned long type);
 /// The type of such a word. \throws Failure for what is none
 unsigned long typeOfWord(const std::string& word);

@@ -131,8 +131,10 @@ class WholeTreeReader : public ac::AttrRegistryVisitor {
 public:
     WholeTreeReader(const StoreFile& store, const std::shared_ptr<const ac::RegKeys>& keys,
                     const KeyPlace& place, std::vector<EditResult>& edits)
-        : AttrRegistryVisitor(ac::RegKeysArray{{keys}}, false, 0, allLevels), store(store),
-          place(place), edits(edits) {}
+        : AttrRegistryVisitor(ac::RegKeysArray{{keys}}, false, 0, allLevels),
+          store(store),
+          place(place),
+          edits(edits) {}
 
     using AttrRegistryVisitor::visit;
 
@@ -165,10 +167,10 @@ private:
         // An empty text is no number: the library's own visitor passes it over as well.
         if (!draft && text.empty()) return;
         if (!draft)
-            throw store.failure(keyBelow(keyBelow(place.key, QOR::wide(prefix)),
-                                         QOR::wide(attribute.getName())),
-                                '"' + text + "\" is no value of type " + attribute.getClassName() +
-                                    ": expected " + expected);
+            throw store.failure(
+                keyBelow(keyBelow(place.key, QOR::wide(prefix)), QOR::wide(attribute.getName())),
+                '"' + text + "\" is no value of type " + attribute.getClassName() + ": expected " +
+                    expected);
         EditResult edit{pathOf(prefix, attribute.getName()), valueText(attribute),
                         valueText(*draft), false, std::nullopt};
         if (edit.before != edit.after) attribute = *draft;
@@ -197,8 +199,7 @@ Document makeTree(const StoreFile& store, const std::wstring& key,
     if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
         std::fflush(file.get()) != 0)
         throw Failure("no temporary file can be made");
-    Document document =
-        loadDocument("/proc/self/fd/" + std::to_string(::fileno(file.get())));
+    Document document = loadDocument("/proc/self/fd/" + std::to_string(::fileno(file.get())));
     document.file = store.file;
     return document;
 }
@@ -211,8 +212,8 @@ std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& k
     for (const auto& place : places) {
         if (place.element.isField && &place != &places.front()) continue;
         if (!StoreKey::inq(store, place.key)) continue;
-        const auto keys = std::make_shared<ac::RegKeys>(QOR::narrow(place.key, '?'),
-                                                        store.store->root(), false);
+        const auto keys =
+            std::make_shared<ac::RegKeys>(QOR::narrow(place.key, '?'), store.store->root(), false);
         WholeTreeReader reader(store, keys, place, edits);
         place.element.container->attributeVisitor(reader, true);
     }

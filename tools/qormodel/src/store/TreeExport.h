@@ -19,9 +19,9 @@ namespace qormodel {
 Document makeTree(const StoreFile& store, const std::wstring& key,
                   std::vector<KeyProblem>& problems);
 
-/// Sets the attributes of a container, its fields and children to the values that stand below a key;
-/// those without a value stay as they are. Observers may refuse, and the result tells.
-/// \throws Failure for a value that is none of the attribute's type
+/// Sets the attributes of a container, its fields and children to the values that stand below a
+/// key; those without a value stay as they are. Observers may refuse, and the result tells. \throws
+/// Failure for a value that is none of the attribute's type
 std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& key,
                                    const Element& start);
 

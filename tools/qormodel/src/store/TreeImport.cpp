@@ -39,7 +39,9 @@ public:
     WholeTreeWriter(const std::shared_ptr<const ac::RegKeys>& keys, std::string path,
                     const std::string& title, ImportResult& result)
         : AttrRegistryVisitor(ac::RegKeysArray{{keys}}, true, 0, allLevels),
-          paths{std::move(path)}, title(title), result(result) {}
+          paths{std::move(path)},
+          title(title),
+          result(result) {}
 
     using AttrRegistryVisitor::visitDone;
 
@@ -83,10 +85,10 @@ private:
     bool store(const std::string& name, const StoredValue& value) {
         bool isStoredInAll = !getKeys().empty();
         for (const auto& key : getKeys())
-            isStoredInAll = key->setKey(name, value.data.data(),
-                                        static_cast<unsigned long>(value.data.size()),
-                                        value.type) &&
-                            isStoredInAll;
+            isStoredInAll =
+                key->setKey(name, value.data.data(), static_cast<unsigned long>(value.data.size()),
+                            value.type) &&
+                isStoredInAll;
         return isStoredInAll;
     }
 
@@ -109,8 +111,8 @@ ImportResult importTree(const StoreFile& store, const std::wstring& key, const E
     for (const auto& place : places) {
         const bool isFirst = &place == &places.front();
         if (place.element.isField && !isFirst) continue;  // the walk over its holder comes to it
-        const auto keys = std::make_shared<ac::RegKeys>(QOR::narrow(place.key, '?'),
-                                                        store.store->root(), false);
+        const auto keys =
+            std::make_shared<ac::RegKeys>(QOR::narrow(place.key, '?'), store.store->root(), false);
         WholeTreeWriter writer(keys, place.element.path, isFirst ? title : none, result);
         place.element.container->attributeVisitor(writer, true);
     }

@@ -16,7 +16,8 @@ bool isUtf8(const std::string& text) { return QOR::narrow(QOR::wide(text), '?') 
 
 // Parentheses only group the elements of a list; the library's own reading does not know them.
 std::string withoutGroups(std::string text) {
-    std::ranges::replace_if(text, [](char each) { return each == '(' || each == ')'; }, ' ');
+    std::ranges::replace_if(
+        text, [](char each) { return each == '(' || each == ')'; }, ' ');
     return text;
 }
 }  // namespace

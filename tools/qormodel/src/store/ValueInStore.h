@@ -13,8 +13,8 @@ namespace qormodel {
 
 namespace ac = QOR::AttributeContainer;
 
-/// The text that gives back the attribute's value whole: that of the library where it does, else one
-/// with more digits. \return none where no text does
+/// The text that gives back the attribute's value whole: that of the library where it does, else
+/// one with more digits. \return none where no text does
 std::optional<std::string> storedTextOf(const ac::Attribute& attribute);
 
 /// A free attribute of the type of `like` with the value that a text of a store stands for.

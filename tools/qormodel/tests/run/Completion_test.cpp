@@ -62,28 +62,35 @@ protected:
         return sortedLines(result.out);
     }
 
-    // What a line becomes in an interactive shell by the tabulator key and an X behind it. The shell
-    // then prints it.
+    // What a line becomes in an interactive shell by the tabulator key and an X behind it. The
+    // shell then prints it.
     std::string typed(const std::string& shell, const std::string& setup,
                       const std::string& line) const {
-        put("driver", "zmodload zsh/zpty || exit 3\n"
-                      "zpty -b shell " + quoted(shell) + "\n"
-                      "zpty -w shell " + quoted(setup + "; echo REA''DY") + "\n"
-                      "ask() {\n"
-                      "  local text= part n\n"
-                      "  for ((n = 0; n < 300; ++n)); do\n"
-                      "    while zpty -rt shell part; do text+=$part; done\n"
-                      "    [[ $text == *${~1}* ]] && break\n"
-                      "    sleep 0.1\n"
-                      "  done\n"
-                      "  print -r -- $text\n"
-                      "}\n"
-                      "ask $'READY\\r'\n"
-                      "zpty -wn shell " + quoted(line) + "$'\\t'\n"
-                      "sleep 1.5\n"
-                      "zpty -wn shell $'X\\C-aecho RES\"\"ULT \\C-e END\\r'\n"
-                      "ask $'RESULT*END*\\r'\n"
-                      "zpty -d shell\n");
+        put("driver",
+            "zmodload zsh/zpty || exit 3\n"
+            "zpty -b shell " +
+                quoted(shell) +
+                "\n"
+                "zpty -w shell " +
+                quoted(setup + "; echo REA''DY") +
+                "\n"
+                "ask() {\n"
+                "  local text= part n\n"
+                "  for ((n = 0; n < 300; ++n)); do\n"
+                "    while zpty -rt shell part; do text+=$part; done\n"
+                "    [[ $text == *${~1}* ]] && break\n"
+                "    sleep 0.1\n"
+                "  done\n"
+                "  print -r -- $text\n"
+                "}\n"
+                "ask $'READY\\r'\n"
+                "zpty -wn shell " +
+                quoted(line) +
+                "$'\\t'\n"
+                "sleep 1.5\n"
+                "zpty -wn shell $'X\\C-aecho RES\"\"ULT \\C-e END\\r'\n"
+                "ask $'RESULT*END*\\r'\n"
+                "zpty -d shell\n");
         const RunResult result = runShell("zsh -f driver", options);
         EXPECT_EQ(result.status, 0) << result.err;
         std::smatch found;
@@ -93,8 +100,8 @@ protected:
     }
 
     std::string typedInBash(const std::string& line) const {
-        return typed("bash --norc --noprofile -i",
-                     "source <(qormodel completion bash); PS1='> '", line);
+        return typed("bash --norc --noprofile -i", "source <(qormodel completion bash); PS1='> '",
+                     line);
     }
     std::string typedInZsh(const std::string& line) const {
         return typed("zsh -f -i",
@@ -256,9 +263,9 @@ TEST_F(Completing, InFishOffersTheSame) {
     EXPECT_EQ(inFish("qormodel cat --as e"), Words{"export"});
     EXPECT_EQ(inFish("qormodel tree --color=al"), Words{"--color=always"});
     EXPECT_EQ(inFish("qormodel tree pro"), Words{"project.model"});
-    EXPECT_EQ(inFish("qormodel get project.model /Scans/"),
-              sortedLines(
-                  runQormodel({"complete-paths", "project.model", "/Scans/"}, options).out));
+    EXPECT_EQ(
+        inFish("qormodel get project.model /Scans/"),
+        sortedLines(runQormodel({"complete-paths", "project.model", "/Scans/"}, options).out));
     EXPECT_EQ(inFish("qormodel get 'my file.model' /Name /Sc"), Words{"/Scans/"});
     EXPECT_EQ(inFish("qormodel cat project.model --mask /Name,/Or"), Words{"/Name,/Origin"});
     EXPECT_EQ(inFish("qormodel store --store x.db ex"), Words{"export"});

@@ -134,16 +134,15 @@ TEST_F(OnStore, RemovesValuesAndKeys) {
 }
 
 TEST_F(OnStore, MakesNoFileWhereItOnlyReadsOrFails) {
-    const std::vector<std::vector<std::string>> usages{
-        {"ls"},
-        {"get", "A"},
-        {"rm", "A"},
-        {"export", "-o", "x.reg"},
-        {"set", "A", "x"},
-        {"set", "A", "x=y", "--type", "dword"},
-        {"set", "\\A", "x=y"},
-        {"import", "project.model"},
-        {"import", "none.model", "--key", "A"}};
+    const std::vector<std::vector<std::string>> usages{{"ls"},
+                                                       {"get", "A"},
+                                                       {"rm", "A"},
+                                                       {"export", "-o", "x.reg"},
+                                                       {"set", "A", "x"},
+                                                       {"set", "A", "x=y", "--type", "dword"},
+                                                       {"set", "\\A", "x=y"},
+                                                       {"import", "project.model"},
+                                                       {"import", "none.model", "--key", "A"}};
     for (const auto& usage : usages) {
         const RunResult result = run(usage);
         EXPECT_EQ(result.status, 2) << usage[0];
@@ -340,7 +339,8 @@ TEST_F(OnStore, ChangesNothingForABrokenRegistryFile) {
 
 TEST_F(OnStore, UndoesAllWhereTheStoreRefusesOneStep) {
     run({"set", "A\\B", "x=1"});
-    put("long.reg", "REGEDIT4\n\n[-A]\n[C]\n\"y\"=\"z\"\n\"" + std::string(17000, 'n') + "\"=\"\"\n");
+    put("long.reg",
+        "REGEDIT4\n\n[-A]\n[C]\n\"y\"=\"z\"\n\"" + std::string(17000, 'n') + "\"=\"\"\n");
 
     const RunResult result = run({"import", "long.reg"});
 
