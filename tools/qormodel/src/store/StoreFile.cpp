@@ -92,25 +92,23 @@ StoreKey::~StoreKey() {
 }
 
 std::vector<std::wstring> StoreKey::listSubkeys() const {
-    std::vector<std::wstring> names;
-    std::wstring buffer(256, L'\0');
-    for (unsigned long index = 0;; ++index) {
-        auto size = static_cast<unsigned long>(buffer.size());
-        const auto status = keystore::RegEnumKeyExW(key, index, buffer.data(), &size, nullptr,
-                                                    nullptr, nullptr, nullptr);
-        if (status == keystore::NoMoreItems) return names;
-        if (status != keystore::Success) throw file.failure(path, status);
-        names.push_back(buffer.substr(0, size));
-    }
+    return listNames([&](unsigned long index, wchar_t* name, unsigned long* size) {
+        return keystore::RegEnumKeyExW(key, index, name, size, nullptr, nullptr, nullptr, nullptr);
+    });
 }
 
 std::vector<std::wstring> StoreKey::listValues() const {
+    return listNames([&](unsigned long index, wchar_t* name, unsigned long* size) {
+        return keystore::RegEnumValueW(key, index, name, size, nullptr, nullptr, nullptr, nullptr);
+    });
+}
+
+template <class Get> std::vector<std::wstring> StoreKey::listNames(const Get& get) const {
     std::vector<std::wstring> names;
-    std::wstring buffer(16384, L'\0');
+    std::wstring buffer(16384, L'\0');  // the longest name is that of a value
     for (unsigned long index = 0;; ++index) {
         auto size = static_cast<unsigned long>(buffer.size());
-        const auto status = keystore::RegEnumValueW(key, index, buffer.data(), &size, nullptr,
-                                                    nullptr, nullptr, nullptr);
+        const auto status = get(index, buffer.data(), &size);
         if (status == keystore::NoMoreItems) return names;
         if (status != keystore::Success) throw file.failure(path, status);
         names.push_back(buffer.substr(0, size));

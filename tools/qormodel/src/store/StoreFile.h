@@ -73,6 +73,8 @@ public:
     bool rmValue(const std::wstring& name) const;
 
 private:
+    template <class Get> std::vector<std::wstring> listNames(const Get& get) const;
+
     StoreKey(const StoreFile& file, std::wstring path) : file(file), path(std::move(path)) {}
 
     const StoreFile& file;
