@@ -1,43 +1,53 @@
+// W1: Boost.Signals2, with its lock and without.
+#include "notify/CallbackSums.h"
+#include "notify/Notify.h"
+
 #include <boost/signals2.hpp>
 
-#include "notify/Notify.h"
-using namespace bench;
+namespace signals = boost::signals2;
+
 namespace {
-struct AllOf {
+
+struct AllAllow {
     using result_type = bool;
-    template <class It> bool operator()(It a, It b) const {
-        for (; a != b; ++a)
-            if (!*a) return false;
+    template <class Iterator> bool operator()(Iterator first, Iterator last) const {
+        for (; first != last; ++first)
+            if (!*first) return false;
         return true;
     }
 };
-template <class Mutex> struct Signals {
-    template <class S, class Comb>
-    using Sig =
-        typename boost::signals2::signal_type<S, boost::signals2::keywords::combiner_type<Comb>,
-                                              boost::signals2::keywords::mutex_type<Mutex>>::type;
-    double value = 0;
-    Sig<bool(double), AllOf> pre;
-    Sig<void(double), boost::signals2::optional_last_value<void>> post;
-    std::vector<double> sums;
-    Signals(int k, bool veto) : sums(std::size_t(k)) {
-        for (auto& s : sums) post.connect([&s](double v) { s += v; });
-        if (veto) pre.connect([](double v) { return v >= 0; });
+
+template <class Mutex> class Signalling {
+public:
+    Signalling(int numPost, bool hasVeto) : sums(numPost) {
+        sums.connectEach([&](auto callback) { post.connect(callback); });
+        if (hasVeto) pre.connect(bench::notify::isAllowed);
     }
-    void set(double v) {
-        if (!pre.empty() && !pre(v)) return;
-        value = v;
-        post(v);
+    void set(double wanted) {
+        if (!pre.empty() && !pre(wanted)) return;
+        value = wanted;
+        post(wanted);
     }
     double get() const { return value; }
-    double sum() const {
-        double t = 0;
-        for (double s : sums) t += s;
-        return t;
-    }
+    double sum() const { return sums.total(); }
+
+private:
+    template <class Signature, class Combiner>
+    using Signal =
+        typename signals::signal_type<Signature, signals::keywords::combiner_type<Combiner>,
+                                      signals::keywords::mutex_type<Mutex>>::type;
+
+    double value = 0;
+    bench::notify::CallbackSums sums;
+    Signal<bool(double), AllAllow> pre;
+    Signal<void(double), signals::optional_last_value<void>> post;
 };
-BENCH_PEER("W1", "boost_signals2", Peer,
-           [](Run& run) { notify::runAll<Signals<boost::signals2::mutex>>(run, true, 0.5); });
-BENCH_PEER("W1", "boost_signals2_nomutex", Peer,
-           [](Run& run) { notify::runAll<Signals<boost::signals2::dummy_mutex>>(run, true, 0.5); });
+
+BENCH_PEER("W1", "boost_signals2", Peer, [](bench::Run& run) {
+    bench::notify::runAll<Signalling<signals::mutex>>(run, true, 0.5);
+});
+BENCH_PEER("W1", "boost_signals2_nomutex", Peer, [](bench::Run& run) {
+    bench::notify::runAll<Signalling<signals::dummy_mutex>>(run, true, 0.5);
+});
+
 }  // namespace

@@ -1,76 +1,93 @@
+// W1: a property of a GObject, by its own setter and by name.
+#include "notify/CallbackSums.h"
+#include "notify/Notify.h"
+
 #include <glib-object.h>
 
-#include "notify/Notify.h"
-using namespace bench;
-
-typedef struct {
+struct Subject {
     GObject parent;
     double value;
-} Subj;
-typedef struct {
+};
+struct SubjectClass {
     GObjectClass parent;
-} SubjClass;
-G_DEFINE_TYPE(Subj, subj, G_TYPE_OBJECT)
-static GParamSpec* valueParam;
-static guint sigToChange;
-static gboolean allOf(GSignalInvocationHint*, GValue* acc, const GValue* ret, gpointer) {
-    const gboolean ok = g_value_get_boolean(ret);
-    g_value_set_boolean(acc, ok);
-    return ok;  // stop at the first refusal
-}
-static void subj_store(Subj* s, double v) {
-    if (g_signal_has_handler_pending(s, sigToChange, 0, FALSE)) {
-        gboolean ok = TRUE;
-        g_signal_emit(s, sigToChange, 0, v, &ok);
-        if (!ok) return;
-    }
-    s->value = v;
-    g_object_notify_by_pspec(G_OBJECT(s), valueParam);
-}
-static void subj_set_property(GObject* o, guint, const GValue* v, GParamSpec*) {
-    subj_store(reinterpret_cast<Subj*>(o), g_value_get_double(v));
-}
-static void subj_get_property(GObject* o, guint, GValue* v, GParamSpec*) {
-    g_value_set_double(v, reinterpret_cast<Subj*>(o)->value);
-}
-static void subj_class_init(SubjClass* k) {
-    auto* g = G_OBJECT_CLASS(k);
-    g->set_property = subj_set_property;
-    g->get_property = subj_get_property;
-    valueParam = g_param_spec_double(
-        "value", "value", "value", -1e300, 1e300, 0,
-        GParamFlags(G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY | G_PARAM_STATIC_STRINGS));
-    g_object_class_install_property(g, 1, valueParam);
-    sigToChange = g_signal_new("to-change", G_TYPE_FROM_CLASS(k), G_SIGNAL_RUN_LAST, 0, allOf,
-                               nullptr, nullptr, G_TYPE_BOOLEAN, 1, G_TYPE_DOUBLE);
-}
-static void subj_init(Subj* s) { s->value = 0; }
-static void onNotify(GObject* o, GParamSpec*, gpointer sum) {
-    *static_cast<double*>(sum) += reinterpret_cast<Subj*>(o)->value;
-}
-static gboolean onToChange(GObject*, double v, gpointer) { return v >= 0; }
+};
+G_DEFINE_TYPE(Subject, subject, G_TYPE_OBJECT)
 
 namespace {
-template <bool Generic> struct G {
-    Subj* o = static_cast<Subj*>(g_object_new(subj_get_type(), nullptr));
-    std::vector<double> sums;
-    G(int k, bool veto) : sums(std::size_t(k)) {
-        for (auto& s : sums) g_signal_connect(o, "notify::value", G_CALLBACK(onNotify), &s);
-        if (veto) g_signal_connect(o, "to-change", G_CALLBACK(onToChange), nullptr);
+
+GParamSpec* valueParameter;
+guint toChangeSignal;
+
+Subject* asSubject(GObject* object) { return reinterpret_cast<Subject*>(object); }
+
+gboolean takeAnswer(GSignalInvocationHint*, GValue* all, const GValue* one, gpointer) {
+    const gboolean isAllowed = g_value_get_boolean(one);
+    g_value_set_boolean(all, isAllowed);
+    return isAllowed;  // the first refusal ends it
+}
+
+void store(Subject* subject, double wanted) {
+    if (g_signal_has_handler_pending(subject, toChangeSignal, 0, FALSE)) {
+        gboolean isAllowed = TRUE;
+        g_signal_emit(subject, toChangeSignal, 0, wanted, &isAllowed);
+        if (!isAllowed) return;
     }
-    ~G() { g_object_unref(o); }
-    void set(double v) {
-        if constexpr (Generic) g_object_set(o, "value", v, nullptr);
-        else subj_store(o, v);
+    subject->value = wanted;
+    g_object_notify_by_pspec(G_OBJECT(subject), valueParameter);
+}
+
+void setProperty(GObject* object, guint, const GValue* value, GParamSpec*) {
+    store(asSubject(object), g_value_get_double(value));
+}
+void getProperty(GObject* object, guint, GValue* value, GParamSpec*) {
+    g_value_set_double(value, asSubject(object)->value);
+}
+
+void addValue(GObject* object, GParamSpec*, gpointer sum) {
+    *static_cast<double*>(sum) += asSubject(object)->value;
+}
+gboolean allow(GObject*, double wanted, gpointer) { return bench::notify::isAllowed(wanted); }
+
+template <bool ByName> class Signalling {
+public:
+    Signalling(int numPost, bool hasVeto) : sums(numPost) {
+        for (double& sum : sums.each())
+            g_signal_connect(subject, "notify::value", G_CALLBACK(addValue), &sum);
+        if (hasVeto) g_signal_connect(subject, "to-change", G_CALLBACK(allow), nullptr);
     }
-    double get() const { return o->value; }
-    double sum() const {
-        double t = 0;
-        for (double s : sums) t += s;
-        return t;
+    Signalling(const Signalling&) = delete;
+    Signalling& operator=(const Signalling&) = delete;
+    ~Signalling() { g_object_unref(subject); }
+    void set(double wanted) {
+        if constexpr (ByName) g_object_set(subject, "value", wanted, nullptr);
+        else store(subject, wanted);
     }
+    double get() const { return subject->value; }
+    double sum() const { return sums.total(); }
+
+private:
+    bench::notify::CallbackSums sums;
+    Subject* subject = static_cast<Subject*>(g_object_new(subject_get_type(), nullptr));
 };
+
 BENCH_PEER("W1", "gobject_notify", Peer,
-           [](Run& run) { notify::runAll<G<false>>(run, true, 0.5); });
-BENCH_PEER("W1", "gobject_set", Peer, [](Run& run) { notify::runAll<G<true>>(run, true, 0.5); });
+           [](bench::Run& run) { bench::notify::runAll<Signalling<false>>(run, true, 0.5); });
+BENCH_PEER("W1", "gobject_set", Peer,
+           [](bench::Run& run) { bench::notify::runAll<Signalling<true>>(run, true, 0.5); });
+
 }  // namespace
+
+// Both are named by G_DEFINE_TYPE.
+static void subject_class_init(SubjectClass* subjectClass) {
+    auto* const objectClass = G_OBJECT_CLASS(subjectClass);
+    objectClass->set_property = setProperty;
+    objectClass->get_property = getProperty;
+    constexpr int flags = G_PARAM_READWRITE | G_PARAM_EXPLICIT_NOTIFY | G_PARAM_STATIC_STRINGS;
+    valueParameter = g_param_spec_double("value", "value", "value", -1e300, 1e300, 0,
+                                         static_cast<GParamFlags>(flags));
+    g_object_class_install_property(objectClass, 1, valueParameter);
+    toChangeSignal =
+        g_signal_new("to-change", G_TYPE_FROM_CLASS(subjectClass), G_SIGNAL_RUN_LAST, 0, takeAnswer,
+                     nullptr, nullptr, G_TYPE_BOOLEAN, 1, G_TYPE_DOUBLE);
+}
+static void subject_init(Subject* subject) { subject->value = 0; }

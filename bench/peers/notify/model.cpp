@@ -1,186 +1,200 @@
-// W1 model: least code with the library's duties: value behind one pointer, thread-local block and
-// pending bits, relations by owning pointer in a vector walked from the back, a virtual action per
-// relation and a virtual observer call, initiator test, notify depth, deferred cleanup, notify
-// infos in a per-thread table found by type, InfoFailed as the veto.
+// W1: the model, least code with our duties: relations with actions, initiators, walks that survive
+// changes, infos of the running change by type, a refusal as such an info.
+#include "notify/Notify.h"
+
+#include <algorithm>
 #include <atomic>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <typeindex>
+#include <utility>
 #include <vector>
 
-#include "notify/Notify.h"
-using namespace bench;
 namespace {
-enum class Exec : std::uint32_t { Done = 0, Unchanged = 1, Refused = 3, Stop = 100 };
+
+enum class Answer { Done, Unchanged, Refused, Stop };
+
 struct Observing : std::enable_shared_from_this<Observing> {
     virtual ~Observing() = default;
 };
 using Initiator = std::optional<std::reference_wrapper<Observing>>;
-struct Observable;
+
+class Observable;
+
 struct Observer : Observing {
-    virtual Exec changedNotify(Observable&, Initiator&) { return Exec::Unchanged; }
-    virtual Exec toChangeNotify(Observable&, Initiator&) { return Exec::Unchanged; }
+    virtual Answer changed(Observable&, Initiator&) { return Answer::Unchanged; }
+    virtual Answer toChange(Observable&, Initiator&) { return Answer::Unchanged; }
 };
+
 struct Action {
     virtual ~Action() = default;
-    virtual Exec execute(Observable&, Observer&, Initiator) = 0;
+    virtual Answer execute(Observable&, Observer&, Initiator) = 0;
 };
-struct Notify : Action {
-    Exec execute(Observable& o, Observer& w, Initiator i) override {
-        return i && &i->get() == &w ? Exec::Unchanged : w.changedNotify(o, i);
+
+bool isOwn(const Initiator& initiator, const Observer& observer) {
+    return initiator && &initiator->get() == &observer;
+}
+
+struct NotifyAction : Action {
+    Answer execute(Observable& observable, Observer& observer, Initiator initiator) override {
+        if (isOwn(initiator, observer)) return Answer::Unchanged;
+        return observer.changed(observable, initiator);
     }
-};
-struct PreNotify : Action {
-    Exec execute(Observable& o, Observer& w, Initiator i) override {
-        return i && &i->get() == &w ? Exec::Unchanged : w.toChangeNotify(o, i);
+} notifyAction;
+
+struct PreNotifyAction : Action {
+    Answer execute(Observable& observable, Observer& observer, Initiator initiator) override {
+        if (isOwn(initiator, observer)) return Answer::Unchanged;
+        return observer.toChange(observable, initiator);
     }
-};
-Notify notifyAction;
-PreNotify preNotifyAction;
-struct Path {
-    short priority;
-    unsigned char flags;
+} preNotifyAction;
+
+struct Relation {
     Action* action;
-    Observer* target;
-    Observing* owner;
+    Observer* observer;
+    bool isActive = true;
 };
-using List = std::vector<std::unique_ptr<Path>>;
+using Relations = std::vector<std::unique_ptr<Relation>>;
 
 struct Info {
     virtual ~Info() = default;
-    bool expire = true;
+    bool expires = true;
 };
-template <class T> struct NewValue : Info {
-    T value;
-    explicit NewValue(const T& v) : value(v) {}
+struct NewValue : Info {
+    explicit NewValue(double newValue) : value(newValue) {}
+    double value;
 };
-struct Failed : Info {};
+struct Refusal : Info {};
 
-// per thread: few running changes at a time, so a flat vector stands for the map of maps
 struct InfoEntry {
-    const Observable* owner;
+    const Observable* observable;
     std::type_index type;
     std::shared_ptr<Info> info;
 };
-thread_local std::vector<InfoEntry> t_infos;
-thread_local unsigned t_flags = 0;
+// Few changes run at a time in a thread, so a flat vector will do.
+thread_local std::vector<InfoEntry> infos;
+thread_local unsigned blocked = 0;
 
-struct Observable : Observing {
-    std::uint16_t flags = 1;
-    List post, pre;
-    std::atomic<std::uint64_t> depth{0};
-    void addInfo(std::shared_ptr<Info> i) {
-        flags |= 4;
-        const std::type_index t(typeid(*i));
-        for (auto& e : t_infos)
-            if (e.owner == this && e.type == t) {
-                e.info = std::move(i);
+class Observable : public Observing {
+public:
+    ~Observable() override { removeInfos(true); }
+
+    void addInfo(std::shared_ptr<Info> info) {
+        hasInfos = true;
+        const std::type_index type(typeid(*info));
+        for (InfoEntry& entry : infos)
+            if (entry.observable == this && entry.type == type) {
+                entry.info = std::move(info);
                 return;
             }
-        t_infos.push_back({this, t, std::move(i)});
+        infos.push_back({this, type, std::move(info)});
     }
-    Info* lookup(std::type_index t) const {
-        for (auto& e : t_infos)
-            if (e.owner == this && e.type == t) return e.info.get();
+    Info* findInfo(std::type_index type) const {
+        for (const InfoEntry& entry : infos)
+            if (entry.observable == this && entry.type == type) return entry.info.get();
         return nullptr;
     }
     void removeInfos(bool all) {
-        for (std::size_t i = t_infos.size(); i-- > 0;)
-            if (t_infos[i].owner == this && (all || t_infos[i].info->expire))
-                t_infos.erase(t_infos.begin() + long(i));
+        std::erase_if(infos, [&](const InfoEntry& entry) {
+            return entry.observable == this && (all || entry.info->expires);
+        });
     }
-    ~Observable() override { removeInfos(true); }
-    void sequence(const std::shared_ptr<Observing>& init, List& list) {
-        if (!(flags & 1)) return;
+
+    Relations post, pre;
+
+protected:
+    void runThrough(Relations& relations, const std::shared_ptr<Observing>& initiator) {
         depth.store(depth.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-        for (std::int64_t i = std::int64_t(list.size()) - 1; i >= 0; --i) {
-            Path& p = *list[std::size_t(i)];
-            if (!(p.flags & 1) || !p.target) break;
-            if (!p.action) continue;
-            const Exec r =
-                p.action->execute(*this, *p.target, init ? Initiator(*init) : Initiator());
-            if (r == Exec::Stop) break;
-            i = std::min<std::int64_t>(i, std::int64_t(list.size()));
+        for (std::size_t i = relations.size(); i > 0; i = std::min(i - 1, relations.size())) {
+            Relation& relation = *relations[i - 1];
+            if (!relation.isActive || !relation.observer) break;
+            const auto answer = relation.action->execute(
+                *this, *relation.observer, initiator ? Initiator(*initiator) : Initiator());
+            if (answer == Answer::Stop) break;
         }
-        const auto d = depth.load(std::memory_order_relaxed) - 1;
-        depth.store(d, std::memory_order_relaxed);
-        if (d) return;
-        if (&list == &post) {
-            if (flags & 4) {
-                removeInfos(false);
-                flags &= std::uint16_t(~4);
-            }
-        } else if (flags & 8) flags &= std::uint16_t(~8);
+        const auto remaining = depth.load(std::memory_order_relaxed) - 1;
+        depth.store(remaining, std::memory_order_relaxed);
+        if (remaining > 0 || &relations != &post || !hasInfos) return;
+        removeInfos(false);
+        hasInfos = false;
     }
-    virtual void touch(const std::shared_ptr<Observing>& i) { sequence(i, post); }
-    virtual void preTouch(const std::shared_ptr<Observing>& i) { sequence(i, pre); }
+
+private:
+    std::atomic<std::uint64_t> depth{0};
+    bool hasInfos = false;
 };
-struct AttrValBase {
-    virtual ~AttrValBase() = default;
+
+struct Value {
+    virtual ~Value() = default;
+    double number = 0;
 };
-template <class T> struct AttrVal : AttrValBase { T value{}; };
-template <class T> struct Attr : Observable {
-    std::unique_ptr<AttrVal<T>> value = std::make_unique<AttrVal<T>>();
-    const T& get() const {
-        if (t_flags & 1) { /* cached attribute pending: look it up */
-        }
-        return value->value;
-    }
-    __attribute__((noinline)) void set(const T& v, const std::shared_ptr<Observing>& init = {}) {
-        const unsigned f = t_flags;
-        if (!(f & 2) && !pre.empty()) {
-            addInfo(std::make_shared<NewValue<T>>(v));
-            preTouch(init);
-            if (lookup(typeid(Failed))) {
+
+class Attribute : public Observable {
+public:
+    double get() const { return value->number; }
+    [[gnu::noinline]] void set(double wanted, const std::shared_ptr<Observing>& initiator = {}) {
+        if (blocked == 0 && !pre.empty()) {
+            addInfo(std::make_shared<NewValue>(wanted));
+            runThrough(pre, initiator);
+            if (findInfo(typeid(Refusal))) {
                 removeInfos(false);
                 return;
             }
         }
-        value->value = v;
-        if (f & 2) return;
-        touch(init);
+        value->number = wanted;
+        if (blocked == 0) runThrough(post, initiator);
     }
+
+private:
+    std::unique_ptr<Value> value = std::make_unique<Value>();
 };
-struct Watcher : Observer {
+
+struct Summer : Observer {
+    Answer changed(Observable& observable, Initiator&) override {
+        sum += static_cast<Attribute&>(observable).get();
+        return Answer::Done;
+    }
     double sum = 0;
-    Exec changedNotify(Observable& o, Initiator&) override {
-        sum += static_cast<Attr<double>&>(o).get();
-        return Exec::Done;
+};
+
+struct RefusesNegative : Observer {
+    Answer toChange(Observable& observable, Initiator&) override {
+        const auto* const wanted = static_cast<NewValue*>(observable.findInfo(typeid(NewValue)));
+        if (!wanted || wanted->value >= 0) return Answer::Done;
+        observable.addInfo(std::make_shared<Refusal>());
+        return Answer::Refused;
     }
 };
-struct Guard : Observer {
-    Exec toChangeNotify(Observable& o, Initiator&) override {
-        auto* n = static_cast<NewValue<double>*>(o.lookup(typeid(NewValue<double>)));
-        if (n && n->value < 0) {
-            o.addInfo(std::make_shared<Failed>());
-            return Exec::Refused;
+
+class Model {
+public:
+    Model(int numPost, bool hasVeto) {
+        for (int i = 0; i < numPost; ++i) {
+            summers.push_back(std::make_shared<Summer>());
+            attribute->post.push_back(
+                std::make_unique<Relation>(Relation{&notifyAction, summers.back().get()}));
         }
-        return Exec::Done;
+        if (!hasVeto) return;
+        veto = std::make_shared<RefusesNegative>();
+        attribute->pre.push_back(
+            std::make_unique<Relation>(Relation{&preNotifyAction, veto.get()}));
     }
-};
-struct Model {
-    std::shared_ptr<Attr<double>> attr = std::make_shared<Attr<double>>();
-    std::vector<std::shared_ptr<Watcher>> w;
-    std::shared_ptr<Guard> g;
-    Model(int k, bool veto) {
-        for (int i = 0; i < k; ++i) {
-            w.push_back(std::make_shared<Watcher>());
-            attr->post.push_back(
-                std::make_unique<Path>(Path{1, 3, &notifyAction, w.back().get(), attr.get()}));
-        }
-        if (veto) {
-            g = std::make_shared<Guard>();
-            attr->pre.push_back(
-                std::make_unique<Path>(Path{1, 3, &preNotifyAction, g.get(), attr.get()}));
-        }
-    }
-    void set(double v) { attr->set(v); }
-    double get() const { return attr->get(); }
+    void set(double wanted) { attribute->set(wanted); }
+    double get() const { return attribute->get(); }
     double sum() const {
-        double t = 0;
-        for (auto& x : w) t += x->sum;
-        return t;
+        double total = 0;
+        for (const auto& summer : summers) total += summer->sum;
+        return total;
     }
+
+private:
+    std::shared_ptr<Attribute> attribute = std::make_shared<Attribute>();
+    std::vector<std::shared_ptr<Summer>> summers;
+    std::shared_ptr<RefusesNegative> veto;
 };
-BENCH_PEER("W1", "model", Model, [](Run& run) { notify::runAll<Model>(run); });
+
+BENCH_PEER("W1", "model", Model, [](bench::Run& run) { bench::notify::runAll<Model>(run); });
+
 }  // namespace

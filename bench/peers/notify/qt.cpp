@@ -1,88 +1,105 @@
+// W1: signals and slots of QObject, by a setter and by property, and QProperty.
+#include "notify/CallbackSums.h"
+#include "notify/Notify.h"
+
 #include <QObject>
 #include <QProperty>
 #include <QVariant>
-#include <memory>
 
-#include "notify/Notify.h"
-using namespace bench;
+#include <memory>
+#include <vector>
 
 class QtSubject : public QObject {
     Q_OBJECT
     Q_PROPERTY(double value READ value WRITE setValue NOTIFY valueChanged)
+
 public:
-    double value() const { return value_; }
-    void setValue(double v) {
-        bool ok = true;
-        emit aboutToChange(v, &ok);
-        if (!ok) return;
-        value_ = v;
-        emit valueChanged(v);
+    double value() const { return current; }
+    void setValue(double wanted) {
+        bool isAllowed = true;
+        emit aboutToChange(wanted, &isAllowed);
+        if (!isAllowed) return;
+        current = wanted;
+        emit valueChanged(wanted);
     }
+
 signals:
-    void aboutToChange(double v, bool* ok);
-    void valueChanged(double v);
+    void aboutToChange(double wanted, bool* isAllowed);
+    void valueChanged(double value);
 
 private:
-    double value_ = 0;
+    double current = 0;
 };
-class QtWatcher : public QObject {
+
+class QtObserver : public QObject {
     Q_OBJECT
+
 public:
     double sum = 0;
+
 public slots:
-    void on(double v) { sum += v; }
-    void check(double v, bool* ok) {
-        if (v < 0) *ok = false;
+    void add(double value) { sum += value; }
+    void check(double wanted, bool* isAllowed) {
+        if (!bench::notify::isAllowed(wanted)) *isAllowed = false;
     }
 };
+
 namespace {
-template <bool Meta> struct Qt {
-    QtSubject o;
-    std::vector<std::unique_ptr<QtWatcher>> w;
-    QtWatcher guard;
-    Qt(int k, bool veto) {
-        for (int i = 0; i < k; ++i) {
-            w.push_back(std::make_unique<QtWatcher>());
-            QObject::connect(&o, &QtSubject::valueChanged, w.back().get(), &QtWatcher::on,
-                             ::Qt::DirectConnection);
+
+template <bool ByProperty> class Signalling {
+public:
+    Signalling(int numPost, bool hasVeto) {
+        for (int i = 0; i < numPost; ++i) {
+            observers.push_back(std::make_unique<QtObserver>());
+            QObject::connect(&subject, &QtSubject::valueChanged, observers.back().get(),
+                             &QtObserver::add, Qt::DirectConnection);
         }
-        if (veto)
-            QObject::connect(&o, &QtSubject::aboutToChange, &guard, &QtWatcher::check,
-                             ::Qt::DirectConnection);
+        if (hasVeto)
+            QObject::connect(&subject, &QtSubject::aboutToChange, &veto, &QtObserver::check,
+                             Qt::DirectConnection);
     }
-    void set(double v) {
-        if constexpr (Meta) o.setProperty("value", v);
-        else o.setValue(v);
+    void set(double wanted) {
+        if constexpr (ByProperty) subject.setProperty("value", wanted);
+        else subject.setValue(wanted);
     }
-    double get() const { return o.value(); }
+    double get() const { return subject.value(); }
     double sum() const {
-        double t = 0;
-        for (auto& x : w) t += x->sum;
-        return t;
+        double total = 0;
+        for (const auto& observer : observers) total += observer->sum;
+        return total;
     }
+
+private:
+    QtSubject subject;
+    std::vector<std::unique_ptr<QtObserver>> observers;
+    QtObserver veto;
 };
-struct Bindable {
-    QProperty<double> p;
-    std::vector<double> sums;
-    std::vector<QPropertyNotifier> n;
-    Bindable(int k, bool) : sums(std::size_t(k)) {
-        for (auto& s : sums) n.push_back(p.addNotifier([this, &s] { s += p.value(); }));
+
+class Bindable {
+public:
+    Bindable(int numPost, bool) : sums(numPost) {
+        for (double& sum : sums.each())
+            notifiers.push_back(property.addNotifier([this, &sum] { sum += property.value(); }));
     }
-    void set(double v) { p.setValue(v); }
-    double get() const { return p.value(); }
-    double sum() const {
-        double t = 0;
-        for (double s : sums) t += s;
-        return t;
-    }
+    void set(double wanted) { property.setValue(wanted); }
+    double get() const { return property.value(); }
+    double sum() const { return sums.total(); }
+
+private:
+    bench::notify::CallbackSums sums;
+    QProperty<double> property;
+    std::vector<QPropertyNotifier> notifiers;
 };
-BENCH_PEER("W1", "qobject_signal", Peer, [](Run& run) { notify::runAll<Qt<false>>(run); });
-BENCH_PEER("W1", "qobject_setProperty", Peer, [](Run& run) { notify::runAll<Qt<true>>(run); });
-BENCH_PEER("W1", "qproperty_bindable", Peer, [](Run& run) {
-    notify::runAll<Bindable>(run, false);
-    run.note(
-        "QProperty has an equality test in front of a change, so the check of equal values fails "
-        "by design");
+
+BENCH_PEER("W1", "qobject_signal", Peer,
+           [](bench::Run& run) { bench::notify::runAll<Signalling<false>>(run); });
+BENCH_PEER("W1", "qobject_setProperty", Peer,
+           [](bench::Run& run) { bench::notify::runAll<Signalling<true>>(run); });
+BENCH_PEER("W1", "qproperty_bindable", Peer, [](bench::Run& run) {
+    bench::notify::runAll<Bindable>(run, false);
+    run.note("equal values are no change here, so the check of equal values fails by design");
 });
+
 }  // namespace
+
 #include "qt.moc"

@@ -13,19 +13,19 @@ using bench::points::Back;
 
 namespace {
 
-template <class Put, class Get> struct PlainCodec {
+template <class Put> struct PlainCodec {
     template <class P> std::string write(const std::vector<P>& points) {
         std::string result;
         text::writeList<Put>(result, points);
         return result;
     }
     template <class P> void read(const std::string& from, std::vector<P>& points) {
-        text::readList<Get>(from, points);
+        text::readList(from, points);
     }
 };
 
-using ByStandard = PlainCodec<text::ByToChars, text::ByFromChars>;
-using ByIntegers = PlainCodec<text::Exactly, text::ByFastFloat>;
+using ByStandard = PlainCodec<text::ByToChars>;
+using ByIntegers = PlainCodec<text::Exactly>;
 
 /// The operators of the standard streams with ten digits; not our bytes.
 struct Operators {

@@ -4,6 +4,7 @@
 #include "support/MemoryBuffer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <istream>
@@ -90,7 +91,7 @@ private:
         const char* behind = nullptr;
         const char* last = nullptr;
         do {  // again where the end of the chunk cuts the number
-            behind = text::ByFastFloat::get(at, end, found);
+            behind = std::from_chars(at, end, found).ptr;
             for (last = behind; last < end && text::isOfNumber(*last);) ++last;
         } while (last == end && fill());
         if (last != behind) throw std::invalid_argument("Invalid number format");

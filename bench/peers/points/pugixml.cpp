@@ -1,41 +1,44 @@
-// XML DOM: <p x="" y="" z=""/> for each point.
+// W2: pugixml, an element with three attributes for each point.
+#include "points/Points.h"
+#include "support/XmlText.h"
+
 #include <pugixml.hpp>
 
-#include "points/Points.h"
-using namespace bench;
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace {
-struct ToString : pugi::xml_writer {
-    std::string s;
-    void write(const void* d, size_t n) override { s.append(static_cast<const char*>(d), n); }
-};
-struct Pugi {
-    template <class V> std::string write(const std::vector<V>& v) {
-        pugi::xml_document d;
-        auto root = d.append_child("v");
-        for (auto& p : v) {
-            auto n = root.append_child("p");
-            n.append_attribute("x").set_value(p.x);
-            n.append_attribute("y").set_value(p.y);
-            n.append_attribute("z").set_value(p.z);
+
+struct Xml {
+    template <class P> std::string write(const std::vector<P>& points) {
+        pugi::xml_document document;
+        auto root = document.append_child("v");
+        for (const P& p : points) {
+            auto element = root.append_child("p");
+            element.append_attribute("x").set_value(p.x);
+            element.append_attribute("y").set_value(p.y);
+            element.append_attribute("z").set_value(p.z);
         }
-        ToString w;
-        d.save(w, "", pugi::format_raw | pugi::format_no_declaration);
-        return std::move(w.s);
+        bench::XmlText writer;
+        document.save(writer, "", pugi::format_raw | pugi::format_no_declaration);
+        return std::move(writer.text);
     }
-    template <class V> void read(const std::string& s, std::vector<V>& v) {
-        using T = decltype(V::x);
-        pugi::xml_document d;
-        d.load_buffer(s.data(), s.size());
-        v.clear();
-        for (auto n : d.child("v").children("p")) {
-            auto a = n.first_attribute();
-            const T x = T(a.as_double());
-            a = a.next_attribute();
-            const T y = T(a.as_double());
-            a = a.next_attribute();
-            v.push_back({x, y, T(a.as_double())});
+    template <class P> void read(const std::string& text, std::vector<P>& points) {
+        using T = decltype(P::x);
+        pugi::xml_document document;
+        document.load_buffer(text.data(), text.size());
+        points.clear();
+        for (const auto element : document.child("v").children("p")) {
+            const auto x = element.first_attribute();
+            const auto y = x.next_attribute();
+            const auto z = y.next_attribute();
+            points.push_back({static_cast<T>(x.as_double()), static_cast<T>(y.as_double()),
+                              static_cast<T>(z.as_double())});
         }
     }
 };
-BENCH_PEER("W2", "pugixml", Peer, [](Run& run) { points::runAll<Pugi>(run); });
+
+BENCH_PEER("W2", "pugixml", Peer, [](bench::Run& run) { bench::points::runAll<Xml>(run); });
+
 }  // namespace

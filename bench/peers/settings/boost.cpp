@@ -1,24 +1,39 @@
+// W4: Boost's property tree in an INI file.
+#include "settings/Settings.h"
+
 #include <boost/property_tree/ini_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 
-#include "settings/Settings.h"
-using namespace bench;
+#include <string>
+
 namespace {
-struct Ini {
-    using PT = boost::property_tree::ptree;
-    std::string path;
-    PT t;
-    explicit Ini(const std::string& dir) : path(dir + "/b.ini") {}
-    static PT::path_type at(const std::string& g, const char* n) {
-        return PT::path_type(g + '|' + n, '|');
+
+class IniFile {
+public:
+    explicit IniFile(const std::string& directory) : path(directory + "/boost.ini") {}
+    void set(const std::string& group, const char* name, const std::string& value) {
+        tree.put(pathOf(group, name), value);
     }
-    void set(const std::string& g, const char* n, const std::string& v) { t.put(at(g, n), v); }
-    void commit() { boost::property_tree::write_ini(path, t); }
+    void commit() { boost::property_tree::write_ini(path, tree); }
     void reopen() {
-        t.clear();
-        boost::property_tree::read_ini(path, t);
+        tree.clear();
+        boost::property_tree::read_ini(path, tree);
     }
-    std::string get(const std::string& g, const char* n) { return t.get<std::string>(at(g, n)); }
+    std::string get(const std::string& group, const char* name) {
+        return tree.get<std::string>(pathOf(group, name));
+    }
+
+private:
+    using Tree = boost::property_tree::ptree;
+    static Tree::path_type pathOf(const std::string& group, const char* name) {
+        return Tree::path_type(group + '|' + name, '|');
+    }
+
+    std::string path;
+    Tree tree;
 };
-BENCH_PEER("W4", "boost_ptree_ini", Peer, [](Run& run) { settings::runAll<Ini>(run); });
+
+BENCH_PEER("W4", "boost_ptree_ini", Peer,
+           [](bench::Run& run) { bench::settings::runAll<IniFile>(run); });
+
 }  // namespace

@@ -1,44 +1,53 @@
-// W4 floor: maps in memory, the whole store written as one text file at commit.
-#include <cstdio>
+// W4: the floor, maps in memory; a commit writes all of them into one file.
+#include "settings/Settings.h"
+
+#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
+#include <string>
 #include <unordered_map>
 
-#include "settings/Settings.h"
-using namespace bench;
 namespace {
-struct MapFile {
-    std::string path;
-    std::unordered_map<std::string, std::map<std::string, std::string, std::less<>>> m;
-    explicit MapFile(const std::string& dir) : path(dir + "/map.txt") {}
-    void set(const std::string& g, const char* n, const std::string& v) { m[g][n] = v; }
+
+class MapAndFile {
+public:
+    explicit MapAndFile(const std::string& directory) : path(directory + "/map.txt") {}
+    void set(const std::string& group, const char* name, const std::string& value) {
+        groups[group][name] = value;
+    }
     void commit() {
-        std::string t;
-        for (auto& [g, vs] : m) {
-            t += '[';
-            t += g;
-            t += "]\n";
-            for (auto& [n, v] : vs) {
-                t += n;
-                t += '=';
-                t += v;
-                t += '\n';
-            }
+        std::string text;
+        for (const auto& [group, values] : groups) {
+            text += '[' + group + "]\n";
+            for (const auto& [name, value] : values) text += name + '=' + value + '\n';
         }
-        std::ofstream(path + ".new") << t;
-        std::rename((path + ".new").c_str(), path.c_str());
+        std::ofstream(path + ".new") << text;
+        std::filesystem::rename(path + ".new", path);
     }
     void reopen() {
-        m.clear();
-        std::ifstream in(path);
-        decltype(m)::mapped_type* g = nullptr;
-        for (std::string l; std::getline(in, l);) {
-            if (l[0] == '[') g = &m[l.substr(1, l.size() - 2)];
-            else if (const auto e = l.find('='); g && e != l.npos)
-                (*g)[l.substr(0, e)] = l.substr(e + 1);
+        groups.clear();
+        std::ifstream file(path);
+        Values* values = nullptr;
+        for (std::string line; std::getline(file, line);) {
+            const auto sign = line.find('=');
+            if (line.starts_with('[')) values = &groups[line.substr(1, line.size() - 2)];
+            else if (values && sign != std::string::npos)
+                (*values)[line.substr(0, sign)] = line.substr(sign + 1);
         }
     }
-    std::string get(const std::string& g, const char* n) { return m.at(g).find(n)->second; }
+    std::string get(const std::string& group, const char* name) {
+        return groups.at(group).find(name)->second;
+    }
+
+private:
+    using Values = std::map<std::string, std::string, std::less<>>;
+
+    std::string path;
+    std::unordered_map<std::string, Values> groups;
 };
-BENCH_PEER("W4", "map_and_file", Floor, [](Run& run) { settings::runAll<MapFile>(run); });
+
+BENCH_PEER("W4", "map_and_file", Floor,
+           [](bench::Run& run) { bench::settings::runAll<MapAndFile>(run); });
+
 }  // namespace

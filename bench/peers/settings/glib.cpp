@@ -1,116 +1,136 @@
+// W4: GKeyFile, and GSettings in memory and over a key file.
+#include "settings/Settings.h"
+
 #define G_SETTINGS_ENABLE_BACKEND
 #include <gio/gio.h>
 #include <gio/gsettingsbackend.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <stdexcept>
+#include <string>
 #include <unordered_map>
 
-#include "settings/Settings.h"
-using namespace bench;
 namespace {
-struct KeyFile {
-    std::string path;
-    GKeyFile* k = g_key_file_new();
-    explicit KeyFile(const std::string& dir) : path(dir + "/g.ini") {}
-    ~KeyFile() { g_key_file_free(k); }
-    void set(const std::string& g, const char* n, const std::string& v) {
-        g_key_file_set_string(k, g.c_str(), n, v.c_str());
+
+std::string takeText(char* text) {
+    const std::string result = text ? text : "";
+    g_free(text);
+    return result;
+}
+
+class KeyFile {
+public:
+    explicit KeyFile(const std::string& directory) : path(directory + "/glib.ini") {}
+    KeyFile(const KeyFile&) = delete;
+    KeyFile& operator=(const KeyFile&) = delete;
+    ~KeyFile() { g_key_file_free(file); }
+    void set(const std::string& group, const char* name, const std::string& value) {
+        g_key_file_set_string(file, group.c_str(), name, value.c_str());
     }
     void commit() {
-        if (!g_key_file_save_to_file(k, path.c_str(), nullptr)) throw std::runtime_error("keyfile");
+        if (!g_key_file_save_to_file(file, path.c_str(), nullptr))
+            throw std::runtime_error("the key file cannot be written");
     }
     void reopen() {
-        g_key_file_free(k);
-        k = g_key_file_new();
-        g_key_file_load_from_file(k, path.c_str(), G_KEY_FILE_NONE, nullptr);
+        g_key_file_free(file);
+        file = g_key_file_new();
+        g_key_file_load_from_file(file, path.c_str(), G_KEY_FILE_NONE, nullptr);
     }
-    std::string get(const std::string& g, const char* n) {
-        char* v = g_key_file_get_string(k, g.c_str(), n, nullptr);
-        std::string r = v ? v : "";
-        g_free(v);
-        return r;
+    std::string get(const std::string& group, const char* name) {
+        return takeText(g_key_file_get_string(file, group.c_str(), name, nullptr));
     }
+
+private:
+    std::string path;
+    GKeyFile* file = g_key_file_new();
 };
 
-// GSettings needs a compiled schema; a relocatable one stands for all groups, one GSettings object
-// for each group.
-GSettingsSchema* schema() {
-    static GSettingsSchema* s = [] {
-        const std::string dir = scratchDir() + "/schema";
-        if (std::system(("mkdir -p " + dir).c_str())) throw std::runtime_error("mkdir");
-        {
-            std::ofstream x(dir + "/bench.gschema.xml");
-            x << "<schemalist><schema id='bench.group'>";
-            for (auto* n : settingNames) {
-                std::string k = n;
-                for (auto& ch : k) ch = char(g_ascii_tolower(ch));
-                x << "<key name='" << k << "' type='s'><default>''</default></key>";
-            }
-            x << "</schema></schemalist>";
-        }
-        if (std::system(("glib-compile-schemas " + dir + " 2>/dev/null").c_str()))
-            throw std::runtime_error("glib-compile-schemas");
-        auto* src =
-            g_settings_schema_source_new_from_directory(dir.c_str(), nullptr, TRUE, nullptr);
-        return src ? g_settings_schema_source_lookup(src, "bench.group", FALSE) : nullptr;
-    }();
-    if (!s) throw std::runtime_error("no schema");
-    return s;
+std::string keyOf(const char* name) {  // in small letters, as a schema wants them
+    std::string key = name;
+    for (char& letter : key) letter = g_ascii_tolower(letter);
+    return key;
 }
-template <bool File> struct GSet {
-    std::string path;
-    GSettingsBackend* be = nullptr;
-    std::unordered_map<std::string, GSettings*> open;
-    void make() {
-        be = File ? g_keyfile_settings_backend_new(path.c_str(), "/", nullptr)
-                  : g_memory_settings_backend_new();
+
+GSettingsSchema* makeSchema() {
+    const std::string directory = bench::scratchDir() + "/schema";
+    std::filesystem::create_directories(directory);
+    {
+        std::ofstream file(directory + "/bench.gschema.xml");
+        file << "<schemalist><schema id='bench.group'>";
+        for (const char* const name : bench::settingNames)
+            file << "<key name='" << keyOf(name) << "' type='s'><default>''</default></key>";
+        file << "</schema></schemalist>";
     }
-    explicit GSet(const std::string& dir) : path(dir + "/gs.ini") {
+    const std::string command = "glib-compile-schemas " + directory + " 2>/dev/null";
+    if (std::system(command.c_str()) != 0)
+        throw std::runtime_error("glib-compile-schemas does not run");
+    auto* const source =
+        g_settings_schema_source_new_from_directory(directory.c_str(), nullptr, TRUE, nullptr);
+    return source ? g_settings_schema_source_lookup(source, "bench.group", FALSE) : nullptr;
+}
+
+/// A schema without a path stands for all groups, each of which has an object of its own.
+GSettingsSchema* schema() {
+    static GSettingsSchema* const made = makeSchema();
+    if (!made) throw std::runtime_error("the schema cannot be read");
+    return made;
+}
+
+template <bool IsInFile> class SettingsObjects {
+public:
+    explicit SettingsObjects(const std::string& directory) : path(directory + "/gsettings.ini") {
         schema();
-        make();
+        backend = openBackend();
     }
-    void closeAll() {
-        for (auto& [n, s] : open) g_object_unref(s);
-        open.clear();
-    }
-    ~GSet() {
+    SettingsObjects(const SettingsObjects&) = delete;
+    SettingsObjects& operator=(const SettingsObjects&) = delete;
+    ~SettingsObjects() {
         closeAll();
-        g_object_unref(be);
+        g_object_unref(backend);
     }
-    GSettings* at(const std::string& g) {
-        auto& s = open[g];
-        if (!s) s = g_settings_new_full(schema(), be, ("/" + g + "/").c_str());
-        return s;
-    }
-    static std::string key(const char* n) {
-        std::string k = n;
-        for (auto& ch : k) ch = char(g_ascii_tolower(ch));
-        return k;
-    }
-    void set(const std::string& g, const char* n, const std::string& v) {
-        g_settings_set_string(at(g), key(n).c_str(), v.c_str());
+    void set(const std::string& group, const char* name, const std::string& value) {
+        g_settings_set_string(settingsOf(group), keyOf(name).c_str(), value.c_str());
     }
     void commit() { g_settings_sync(); }
     void reopen() {
         closeAll();
-        if (File) {
-            g_object_unref(be);
-            make();
-        }
+        if (!IsInFile) return;
+        g_object_unref(backend);
+        backend = openBackend();
     }
-    std::string get(const std::string& g, const char* n) {
-        char* v = g_settings_get_string(at(g), key(n).c_str());
-        std::string r = v;
-        g_free(v);
-        return r;
+    std::string get(const std::string& group, const char* name) {
+        return takeText(g_settings_get_string(settingsOf(group), keyOf(name).c_str()));
     }
+
+private:
+    GSettingsBackend* openBackend() const {
+        return IsInFile ? g_keyfile_settings_backend_new(path.c_str(), "/", nullptr)
+                        : g_memory_settings_backend_new();
+    }
+    GSettings* settingsOf(const std::string& group) {
+        GSettings*& settings = opened[group];
+        if (!settings)
+            settings = g_settings_new_full(schema(), backend, ("/" + group + "/").c_str());
+        return settings;
+    }
+    void closeAll() {
+        for (const auto& [group, settings] : opened) g_object_unref(settings);
+        opened.clear();
+    }
+
+    std::string path;
+    GSettingsBackend* backend = nullptr;
+    std::unordered_map<std::string, GSettings*> opened;
 };
-BENCH_PEER("W4", "gkeyfile", Peer, [](Run& run) { settings::runAll<KeyFile>(run); });
-BENCH_PEER("W4", "gsettings_memory", Peer, [](Run& run) {
-    settings::runAll<GSet<false>>(run);
+
+BENCH_PEER("W4", "gkeyfile", Peer, [](bench::Run& run) { bench::settings::runAll<KeyFile>(run); });
+BENCH_PEER("W4", "gsettings_memory", Peer, [](bench::Run& run) {
+    bench::settings::runAll<SettingsObjects<false>>(run);
     run.note("nothing reaches the disk");
 });
 BENCH_PEER("W4", "gsettings_keyfile", Peer,
-           [](Run& run) { settings::runAll<GSet<true>>(run, 100); });
+           [](bench::Run& run) { bench::settings::runAll<SettingsObjects<true>>(run, 100); });
+
 }  // namespace

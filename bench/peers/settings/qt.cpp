@@ -1,35 +1,46 @@
-#include <QSettings>
-#include <memory>
-
+// W4: QSettings in an INI file, written at a commit or at each value.
 #include "settings/Settings.h"
-using namespace bench;
+
+#include <QSettings>
+
+#include <memory>
+#include <string>
+
 namespace {
-template <bool Each> struct Settings {
-    QString path;
-    std::unique_ptr<QSettings> s;
-    explicit Settings(const std::string& dir)
-        : path(QString::fromStdString(dir + "/q.ini")),
-          s(std::make_unique<QSettings>(path, QSettings::IniFormat)) {}
-    static QString key(const std::string& g, const char* n) {
-        return QString::fromStdString(g) + QLatin1Char('/') + QLatin1String(n);
+
+template <bool SyncsEach> class IniFile {
+public:
+    explicit IniFile(const std::string& directory)
+        : path(QString::fromStdString(directory + "/qt.ini")) {
+        reopen();
     }
-    void set(const std::string& g, const char* n, const std::string& v) {
-        s->setValue(key(g, n), QString::fromStdString(v));
-        if (Each) s->sync();
+    void set(const std::string& group, const char* name, const std::string& value) {
+        settings->setValue(keyOf(group, name), QString::fromStdString(value));
+        if (SyncsEach) settings->sync();
     }
-    void commit() { s->sync(); }
+    void commit() { settings->sync(); }
     void reopen() {
-        s.reset();
-        s = std::make_unique<QSettings>(path, QSettings::IniFormat);
+        settings.reset();
+        settings = std::make_unique<QSettings>(path, QSettings::IniFormat);
     }
-    std::string get(const std::string& g, const char* n) {
-        return s->value(key(g, n)).toString().toStdString();
+    std::string get(const std::string& group, const char* name) {
+        return settings->value(keyOf(group, name)).toString().toStdString();
     }
+
+private:
+    static QString keyOf(const std::string& group, const char* name) {
+        return QString::fromStdString(group) + QLatin1Char('/') + QLatin1String(name);
+    }
+
+    QString path;
+    std::unique_ptr<QSettings> settings;
 };
-BENCH_PEER("W4", "qsettings_ini", Peer, [](Run& run) {
-    settings::runAll<Settings<false>>(run);
-    run.note("reopen meets QSettings' own cache of unused files, so read is mostly from memory");
+
+BENCH_PEER("W4", "qsettings_ini", Peer, [](bench::Run& run) {
+    bench::settings::runAll<IniFile<false>>(run);
+    run.note("QSettings keeps files that it has closed, so reading is mostly from memory");
 });
 BENCH_PEER("W4", "qsettings_ini_sync_each", Peer,
-           [](Run& run) { settings::runAll<Settings<true>>(run, 200); });
+           [](bench::Run& run) { bench::settings::runAll<IniFile<true>>(run, 200); });
+
 }  // namespace

@@ -2,8 +2,6 @@
 // change.
 #pragma once
 
-#include <fast_float/fast_float.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -216,18 +214,7 @@ template <class T> T storedAs(double number) {
     return static_cast<T>(number);
 }
 
-struct ByFromChars {
-    static const char* get(const char* from, const char* end, double& number) {
-        return std::from_chars(from, end, number).ptr;
-    }
-};
-struct ByFastFloat {
-    static const char* get(const char* from, const char* end, double& number) {
-        return fast_float::from_chars(from, end, number).ptr;
-    }
-};
-
-template <class How, class P> void readList(std::string_view text, std::vector<P>& points) {
+template <class P> void readList(std::string_view text, std::vector<P>& points) {
     using T = decltype(P::x);
     const char* at = text.data();
     const char* const end = at + text.size();
@@ -237,7 +224,7 @@ template <class How, class P> void readList(std::string_view text, std::vector<P
     const auto read = [&](T& number) {
         skipBlanks();
         double found = 0;
-        const char* const behind = How::get(at, end, found);
+        const char* const behind = std::from_chars(at, end, found).ptr;
         if (behind == at) return;
         at = behind;
         number = storedAs<T>(found);

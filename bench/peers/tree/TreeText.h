@@ -3,8 +3,7 @@
 
 #include "support/FloorNumbers.h"
 
-#include <fast_float/fast_float.h>
-
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -170,7 +169,7 @@ public:
     }
     void read(double& number) {
         skipBlanks();
-        at = fast_float::from_chars(at, end, number).ptr;
+        at = std::from_chars(at, end, number).ptr;
     }
     void read(std::int32_t& number) {
         skipBlanks();

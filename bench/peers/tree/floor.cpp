@@ -1,35 +1,18 @@
 // W3: the floor, plain structs with our text by hand, and what a scan for a taken name costs.
-#include "tree/Tree.h"
+#include "tree/PlainTree.h"
 #include "tree/TreeText.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 namespace text = bench::text;
+using bench::tree::Node;
 
 namespace {
-
-struct Node {
-    bench::ObjectData data;
-    std::vector<std::unique_ptr<Node>> children;
-};
-
-std::unique_ptr<Node> makeNode(const bench::TreeData& data, std::size_t index) {
-    auto node = std::make_unique<Node>();
-    node->data = data.nodes[index];
-    if (index >= data.numInner()) return node;
-    node->children.reserve(bench::fanOut);
-    for (std::size_t k = 1; k <= bench::fanOut; ++k)
-        node->children.push_back(makeNode(data, index * bench::fanOut + k));
-    return node;
-}
 
 void writeNode(text::StringSink& sink, const Node& node) {
     const bench::ObjectData& data = node.data;
@@ -110,84 +93,14 @@ private:
     std::string quoted;
 };
 
-bool isSame(const bench::ObjectData& a, const bench::ObjectData& b) {
-    return a.name == b.name && a.count == b.count && a.gain == b.gain && a.comment == b.comment &&
-           a.visible == b.visible && a.position == b.position && a.matrix == b.matrix &&
-           a.reference == b.reference && a.label == b.label;
-}
-
-bool isSame(const Node& a, const Node& b) {
-    return isSame(a.data, b.data) &&
-           std::ranges::equal(a.children, b.children,
-                              [](const auto& x, const auto& y) { return isSame(*x, *y); });
-}
-
-std::unique_ptr<Node> cloneOf(const Node& node) {
-    auto clone = std::make_unique<Node>();
-    clone->data = node.data;
-    clone->children.reserve(node.children.size());
-    for (const auto& child : node.children) clone->children.push_back(cloneOf(*child));
-    return clone;
-}
-
-std::int64_t countSumOf(const Node& node) {
-    std::int64_t sum = node.data.count;
-    for (const auto& child : node.children) sum += countSumOf(*child);
-    return sum;
-}
-
-class PlainTree {
-public:
-    void build(const bench::TreeData& data) { root = makeNode(data, 0); }
-    std::string write() const {
+struct OurText {
+    static std::string write(const Node& root) {
         std::string result;
         text::StringSink sink{result};
-        writeNode(sink, *root);
+        writeNode(sink, root);
         return result;
     }
-    void read(const std::string& from) { Reader(from).read(*root); }
-    std::unique_ptr<PlainTree> copy() const {
-        auto result = std::make_unique<PlainTree>();
-        result->root = cloneOf(*root);
-        return result;
-    }
-    bool equal(const PlainTree& other) const { return isSame(*root, *other.root); }
-    void poke() {
-        Node* leaf = root.get();
-        while (!leaf->children.empty()) leaf = leaf->children.back().get();
-        leaf->data.gain += 1;
-    }
-    int lookup(std::string_view path) const {
-        const Node* node = root.get();
-        for (std::string_view name; bench::tree::nextSegment(path, name);) {
-            const auto child = std::ranges::find_if(node->children, [&](const auto& candidate) {
-                return candidate->data.name == name;
-            });
-            if (child == node->children.end()) return 0;
-            node = child->get();
-        }
-        return node->data.count;
-    }
-    std::int64_t countSum() const { return countSumOf(*root); }
-
-    /// A vector and a set of the names.
-    class Wide {
-    public:
-        bool add(const std::string& name) {
-            if (names.contains(name)) return false;
-            children.push_back(std::make_unique<Node>());
-            children.back()->data.name = name;
-            names.insert(children.back()->data.name);
-            return true;
-        }
-
-    private:
-        std::vector<std::unique_ptr<Node>> children;
-        std::unordered_set<std::string_view> names;
-    };
-
-private:
-    std::unique_ptr<Node> root = std::make_unique<Node>();
+    static void read(const std::string& from, Node& root) { Reader(from).read(root); }
 };
 
 /// No index: every name is held against all that are there.
@@ -206,7 +119,7 @@ private:
 };
 
 BENCH_PEER("W3", "plain_struct_text", Floor,
-           [](bench::Run& run) { bench::tree::runAll<PlainTree>(run); });
+           [](bench::Run& run) { bench::tree::runAll<bench::tree::PlainTree<OurText>>(run); });
 BENCH_PEER("W3", "plain_struct_scan", Peer,
            [](bench::Run& run) { bench::tree::runWide<WideByScan>(run, 5); });
 

@@ -1,91 +1,109 @@
-// W3: protobuf messages; text by TextFormat, compare by MessageDifferencer; the binary form as a
-// lower bound.
+// W3: protobuf messages as text, compared by the differencer, and their binary form.
+#include "tree/Tree.h"
+
 #include <google/protobuf/text_format.h>
 #include <google/protobuf/util/message_differencer.h>
 
-#include "bench.pb.h"
-#include "tree/Tree.h"
-using namespace bench;
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "messages.pb.h"
+
 namespace {
-using Obj = benchpb::Obj;
-void node(Obj& o, const TreeData& d, std::size_t i) {
-    const ObjectData& v = d.nodes[i];
-    o.set_name(v.name);
-    o.set_i(v.count);
-    o.set_d(v.gain);
-    o.set_s(v.comment);
-    o.set_b(v.visible);
-    for (double x : v.position) o.add_p(x);
-    for (double x : v.matrix) o.add_m(x);
-    o.set_u(v.reference);
-    o.set_t(v.label);
-    if (i < d.numInner())
-        for (std::size_t k = 1; k <= fanOut; ++k) node(*o.add_children(), d, i * fanOut + k);
+
+using Message = bench::messages::TreeObject;
+
+void fill(Message& message, const bench::TreeData& tree, std::size_t index) {
+    const bench::ObjectData& data = tree.nodes[index];
+    message.set_name(data.name);
+    message.set_count(data.count);
+    message.set_gain(data.gain);
+    message.set_comment(data.comment);
+    message.set_visible(data.visible);
+    for (const double number : data.position) message.add_position(number);
+    for (const double number : data.matrix) message.add_matrix(number);
+    message.set_reference(data.reference);
+    message.set_label(data.label);
+    if (index >= tree.numInner()) return;
+    for (std::size_t k = 1; k <= bench::fanOut; ++k)
+        fill(*message.add_children(), tree, index * bench::fanOut + k);
 }
-std::int64_t sum(const Obj& o) {
-    std::int64_t s = o.i();
-    for (auto& c : o.children()) s += sum(c);
-    return s;
+
+std::int64_t countSumOf(const Message& message) {
+    std::int64_t sum = message.count();
+    for (const Message& child : message.children()) sum += countSumOf(child);
+    return sum;
 }
-template <bool Text> struct Pb {
-    Obj root;
-    void build(const TreeData& d) { node(root, d, 0); }
+
+const Message* findChild(const Message& message, std::string_view name) {
+    const auto found = std::ranges::find_if(
+        message.children(), [&](const Message& child) { return child.name() == name; });
+    return found != message.children().end() ? &*found : nullptr;
+}
+
+template <bool IsText> class MessageTree {
+public:
+    void build(const bench::TreeData& data) { fill(root, data, 0); }
     std::string write() const {
-        if (!Text) return root.SerializeAsString();
-        google::protobuf::TextFormat::Printer p;
-        p.SetUseShortRepeatedPrimitives(true);
-        std::string s;
-        p.PrintToString(root, &s);
-        return s;
+        if (!IsText) return root.SerializeAsString();
+        google::protobuf::TextFormat::Printer printer;
+        printer.SetUseShortRepeatedPrimitives(true);
+        std::string text;
+        printer.PrintToString(root, &text);
+        return text;
     }
-    void read(const std::string& s) {
-        if (!Text) {
-            root.ParseFromString(s);
-            return;
-        }
-        google::protobuf::TextFormat::Parser p;
-        p.ParseFromString(s, &root);
+    void read(const std::string& text) {
+        if (IsText) google::protobuf::TextFormat::ParseFromString(text, &root);
+        else root.ParseFromString(text);
     }
-    std::unique_ptr<Pb> copy() const {
-        auto p = std::make_unique<Pb>();
-        p->root.CopyFrom(root);
-        return p;
+    std::unique_ptr<MessageTree> copy() const {
+        auto result = std::make_unique<MessageTree>();
+        result->root.CopyFrom(root);
+        return result;
     }
-    bool equal(const Pb& o) const {
-        return google::protobuf::util::MessageDifferencer::Equals(root, o.root);
+    bool equal(const MessageTree& other) const {
+        return google::protobuf::util::MessageDifferencer::Equals(root, other.root);
     }
     void poke() {
-        Obj* n = &root;
-        while (n->children_size()) n = n->mutable_children(n->children_size() - 1);
-        n->set_d(1e9);
+        Message* message = &root;
+        while (message->children_size() > 0)
+            message = message->mutable_children(message->children_size() - 1);
+        message->set_gain(1e9);
     }
     int lookup(std::string_view path) const {
-        const Obj* n = &root;
-        for (std::string_view seg; tree::nextSegment(path, seg);) {
-            const Obj* f = nullptr;
-            for (auto& c : n->children())
-                if (c.name() == seg) {
-                    f = &c;
-                    break;
-                }
-            if (!f) return 0;
-            n = f;
+        const Message* message = &root;
+        for (std::string_view name; bench::tree::nextSegment(path, name);) {
+            message = findChild(*message, name);
+            if (!message) return 0;
         }
-        return n->i();
+        return message->count();
     }
-    std::int64_t countSum() const { return sum(root); }
-    struct Wide {
-        Obj parent;
-        bool add(const std::string& s) {
-            for (auto& c : parent.children())
-                if (c.name() == s) return false;
-            parent.add_children()->set_name(s);
+    std::int64_t countSum() const { return countSumOf(root); }
+
+    class Wide {
+    public:
+        bool add(const std::string& name) {
+            if (findChild(parent, name)) return false;
+            parent.add_children()->set_name(name);
             return true;
         }
+
+    private:
+        Message parent;
     };
+
+private:
+    Message root;
 };
-BENCH_PEER("W3", "protobuf_text", Peer, [](Run& run) { tree::runAll<Pb<true>>(run); });
-BENCH_PEER("W3", "protobuf_binary", NotText, [](Run& run) {
-    tree::runAll<Pb<false>>(run, {true, false, 0});
+
+BENCH_PEER("W3", "protobuf_text", Peer,
+           [](bench::Run& run) { bench::tree::runAll<MessageTree<true>>(run); });
+BENCH_PEER("W3", "protobuf_binary", NotText, [](bench::Run& run) {
+    bench::tree::runAll<MessageTree<false>>(run, {.hasWide = false});
 });
+
 }  // namespace

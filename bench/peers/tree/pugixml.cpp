@@ -1,90 +1,118 @@
-// W3: XML DOM; the element's name is the object's name, values are attributes, children are child
-// elements.
-#include <charconv>
-#include <cstring>
+// W3: pugixml; an element is named like its object, values are its attributes.
+#include "support/XmlText.h"
+#include "tree/Tree.h"
+
 #include <pugixml.hpp>
 
-#include "tree/Tree.h"
-using namespace bench;
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace {
-struct ToString : pugi::xml_writer {
-    std::string s;
-    void write(const void* d, size_t n) override { s.append(static_cast<const char*>(d), n); }
-};
-char* num(char* p, double x) { return std::to_chars(p, p + 40, x).ptr; }
-void nums(pugi::xml_attribute a, const double* v, int n) {
-    char b[800], *p = b;
-    for (int i = 0; i < n; ++i) {
-        p = num(p, v[i]);
-        *p++ = ' ';
+
+void setNumbers(pugi::xml_attribute attribute, std::span<const double> numbers) {
+    char text[800];
+    char* end = text;
+    for (const double number : numbers) {
+        end = std::to_chars(end, end + 40, number).ptr;
+        *end++ = ' ';
     }
-    p[-1] = 0;
-    a.set_value(b);
+    end[-1] = '\0';
+    attribute.set_value(text);
 }
-void node(pugi::xml_node n, const TreeData& d, std::size_t i) {
-    const ObjectData& v = d.nodes[i];
-    n.append_attribute("i").set_value(v.count);
-    nums(n.append_attribute("d"), &v.gain, 1);
-    n.append_attribute("s").set_value(v.comment.c_str());
-    n.append_attribute("b").set_value(v.visible);
-    nums(n.append_attribute("p"), v.position.data(), 3);
-    nums(n.append_attribute("m"), v.matrix.data(), 16);
-    n.append_attribute("u").set_value(v.reference.c_str());
-    n.append_attribute("t").set_value(v.label.c_str());
-    if (i < d.numInner())
-        for (std::size_t k = 1; k <= fanOut; ++k)
-            node(n.append_child(d.nodes[i * fanOut + k].name.c_str()), d, i * fanOut + k);
+
+void fill(pugi::xml_node node, const bench::TreeData& tree, std::size_t index) {
+    const bench::ObjectData& data = tree.nodes[index];
+    node.append_attribute("i").set_value(data.count);
+    setNumbers(node.append_attribute("d"), {&data.gain, 1});
+    node.append_attribute("s").set_value(data.comment.c_str());
+    node.append_attribute("b").set_value(data.visible);
+    setNumbers(node.append_attribute("p"), data.position);
+    setNumbers(node.append_attribute("m"), data.matrix);
+    node.append_attribute("u").set_value(data.reference.c_str());
+    node.append_attribute("t").set_value(data.label.c_str());
+    if (index >= tree.numInner()) return;
+    for (std::size_t k = 1; k <= bench::fanOut; ++k) {
+        const std::size_t child = index * bench::fanOut + k;
+        fill(node.append_child(tree.nodes[child].name.c_str()), tree, child);
+    }
 }
-bool eq(pugi::xml_node a, pugi::xml_node b) {
-    if (std::strcmp(a.name(), b.name())) return false;
-    auto x = a.first_attribute(), y = b.first_attribute();
-    for (; x && y; x = x.next_attribute(), y = y.next_attribute())
-        if (std::strcmp(x.name(), y.name()) || std::strcmp(x.value(), y.value())) return false;
-    if (x || y) return false;
-    auto c = a.first_child(), e = b.first_child();
-    for (; c && e; c = c.next_sibling(), e = e.next_sibling())
-        if (!eq(c, e)) return false;
-    return !c && !e;
+
+bool isSame(pugi::xml_node first, pugi::xml_node second) {
+    if (std::strcmp(first.name(), second.name()) != 0) return false;
+    auto a = first.first_attribute(), b = second.first_attribute();
+    for (; a && b; a = a.next_attribute(), b = b.next_attribute())
+        if (std::strcmp(a.name(), b.name()) != 0 || std::strcmp(a.value(), b.value()) != 0)
+            return false;
+    if (a || b) return false;
+    auto x = first.first_child(), y = second.first_child();
+    for (; x && y; x = x.next_sibling(), y = y.next_sibling())
+        if (!isSame(x, y)) return false;
+    return !x && !y;
 }
-std::int64_t sum(pugi::xml_node n) {
-    std::int64_t s = n.attribute("i").as_int();
-    for (auto c : n.children()) s += sum(c);
-    return s;
+
+std::int64_t countSumOf(pugi::xml_node node) {
+    std::int64_t sum = node.attribute("i").as_int();
+    for (const auto child : node.children()) sum += countSumOf(child);
+    return sum;
 }
-struct Pugi {
-    pugi::xml_document d;
-    void build(const TreeData& t) { node(d.append_child(t.nodes[0].name.c_str()), t, 0); }
+
+class XmlTree {
+public:
+    void build(const bench::TreeData& data) {
+        fill(document.append_child(data.nodes[0].name.c_str()), data, 0);
+    }
     std::string write() const {
-        ToString w;
-        d.save(w, "", pugi::format_indent | pugi::format_no_declaration);
-        return std::move(w.s);
+        bench::XmlText writer;
+        document.save(writer, "", pugi::format_indent | pugi::format_no_declaration);
+        return std::move(writer.text);
     }
-    void read(const std::string& s) { d.load_buffer(s.data(), s.size()); }
-    std::unique_ptr<Pugi> copy() const {
-        auto p = std::make_unique<Pugi>();
-        p->d.reset(d);
-        return p;
+    void read(const std::string& text) { document.load_buffer(text.data(), text.size()); }
+    std::unique_ptr<XmlTree> copy() const {
+        auto result = std::make_unique<XmlTree>();
+        result->document.reset(document);
+        return result;
     }
-    bool equal(const Pugi& o) const { return eq(d.document_element(), o.d.document_element()); }
+    bool equal(const XmlTree& other) const {
+        return isSame(document.document_element(), other.document.document_element());
+    }
     void poke() {
-        auto n = d.document_element();
-        while (n.first_child()) n = n.last_child();
-        n.attribute("d").set_value("1e9");
+        auto node = document.document_element();
+        while (node.first_child()) node = node.last_child();
+        node.attribute("d").set_value("1e9");
     }
     int lookup(std::string_view path) const {
-        const std::string p(path.substr(1));
-        return d.document_element().first_element_by_path(p.c_str()).attribute("i").as_int();
+        const std::string relative(path.substr(1));
+        return document.document_element()
+            .first_element_by_path(relative.c_str())
+            .attribute("i")
+            .as_int();
     }
-    std::int64_t countSum() const { return sum(d.document_element()); }
-    struct Wide {
-        pugi::xml_document d;
-        pugi::xml_node parent = d.append_child("parent");
-        bool add(const std::string& n) {
-            if (parent.child(n.c_str())) return false;
-            parent.append_child(n.c_str());
+    std::int64_t countSum() const { return countSumOf(document.document_element()); }
+
+    class Wide {
+    public:
+        bool add(const std::string& name) {
+            if (parent.child(name.c_str())) return false;
+            parent.append_child(name.c_str());
             return true;
         }
+
+    private:
+        pugi::xml_document document;
+        pugi::xml_node parent = document.append_child("parent");
     };
+
+private:
+    pugi::xml_document document;
 };
-BENCH_PEER("W3", "pugixml_dom", Peer, [](Run& run) { tree::runAll<Pugi>(run); });
+
+BENCH_PEER("W3", "pugixml_dom", Peer, [](bench::Run& run) { bench::tree::runAll<XmlTree>(run); });
+
 }  // namespace

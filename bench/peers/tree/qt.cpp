@@ -1,158 +1,194 @@
-// W3: a tree of QObject with dynamic properties. Text, copy and compare are written by hand over
-// dynamicPropertyNames(), since QObject has none; the text goes through QXmlStreamWriter and
-// QXmlStreamReader.
-#include <QDynamicPropertyChangeEvent>
+// W3: a tree of QObject with dynamic properties. Text, copy and compare go over the properties'
+// names, since QObject has none; the text is Qt's XML.
+#include "tree/Tree.h"
+
 #include <QList>
 #include <QObject>
 #include <QVariant>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
-#include <charconv>
 
-#include "tree/Tree.h"
-using namespace bench;
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
 namespace {
-using DList = QList<double>;
-QObject* node(const TreeData& d, std::size_t i, QObject* parent) {
-    const ObjectData& v = d.nodes[i];
-    auto* o = new QObject(parent);
-    o->setObjectName(QString::fromStdString(v.name));
-    o->setProperty("i", v.count);
-    o->setProperty("d", v.gain);
-    o->setProperty("s", QString::fromStdString(v.comment));
-    o->setProperty("b", v.visible);
-    o->setProperty("p", QVariant::fromValue(DList(v.position.begin(), v.position.end())));
-    o->setProperty("m", QVariant::fromValue(DList(v.matrix.begin(), v.matrix.end())));
-    o->setProperty("u", QString::fromStdString(v.reference));
-    o->setProperty("t", QString::fromStdString(v.label));
-    if (i < d.numInner())
-        for (std::size_t k = 1; k <= fanOut; ++k) node(d, i * fanOut + k, o);
-    return o;
+
+using Numbers = QList<double>;
+
+QObject* makeNode(const bench::TreeData& tree, std::size_t index, QObject* parent) {
+    const bench::ObjectData& data = tree.nodes[index];
+    auto* const node = new QObject(parent);
+    node->setObjectName(QString::fromStdString(data.name));
+    node->setProperty("i", data.count);
+    node->setProperty("d", data.gain);
+    node->setProperty("s", QString::fromStdString(data.comment));
+    node->setProperty("b", data.visible);
+    node->setProperty("p",
+                      QVariant::fromValue(Numbers(data.position.begin(), data.position.end())));
+    node->setProperty("m", QVariant::fromValue(Numbers(data.matrix.begin(), data.matrix.end())));
+    node->setProperty("u", QString::fromStdString(data.reference));
+    node->setProperty("t", QString::fromStdString(data.label));
+    if (index >= tree.numInner()) return node;
+    for (std::size_t k = 1; k <= bench::fanOut; ++k)
+        makeNode(tree, index * bench::fanOut + k, node);
+    return node;
 }
-QString text(const QVariant& v) {
-    if (v.metaType() == QMetaType::fromType<DList>()) {
-        char b[1000], *p = b;
-        for (double x : v.value<DList>()) {
-            p = std::to_chars(p, p + 40, x).ptr;
-            *p++ = ' ';
-        }
-        return QString::fromLatin1(b, p - b);
+
+QString textOf(const Numbers& numbers) {
+    char text[1000];
+    char* end = text;
+    for (const double number : numbers) {
+        end = std::to_chars(end, end + 40, number).ptr;
+        *end++ = ' ';
     }
-    if (v.typeId() == QMetaType::Double) {
-        char b[40];
-        return QString::fromLatin1(b, std::to_chars(b, b + 40, v.toDouble()).ptr - b);
+    return QString::fromLatin1(text, end - text);
+}
+
+QString textOf(const QVariant& value) {
+    if (value.metaType() == QMetaType::fromType<Numbers>()) return textOf(value.value<Numbers>());
+    if (value.typeId() == QMetaType::Double) return textOf(Numbers{value.toDouble()});
+    return value.toString();
+}
+
+void writeNode(QXmlStreamWriter& writer, const QObject& node) {
+    writer.writeStartElement("o");
+    writer.writeAttribute("n", node.objectName());
+    for (const QByteArray& key : node.dynamicPropertyNames())
+        writer.writeAttribute(QString::fromLatin1(key), textOf(node.property(key)));
+    for (const QObject* const child : node.children()) writeNode(writer, *child);
+    writer.writeEndElement();
+}
+
+Numbers numbersOf(QStringView text) {
+    Numbers numbers;
+    const QByteArray letters = text.toLatin1();
+    const char* at = letters.data();
+    const char* const end = at + letters.size();
+    while (at < end) {
+        double number = 0;
+        const char* const behind = std::from_chars(at, end, number).ptr;
+        if (behind == at) break;
+        numbers.append(number);
+        at = behind + 1;
     }
-    return v.toString();
+    return numbers;
 }
-void writeTree(QXmlStreamWriter& w, const QObject* o) {
-    w.writeStartElement("o");
-    w.writeAttribute("n", o->objectName());
-    for (const QByteArray& k : o->dynamicPropertyNames())
-        w.writeAttribute(QString::fromLatin1(k), text(o->property(k)));
-    for (const QObject* c : o->children()) writeTree(w, c);
-    w.writeEndElement();
-}
-QVariant value(char key, QStringView s) {
+
+QVariant valueOf(char key, QStringView text) {
     switch (key) {
-        case 'i': return s.toInt();
-        case 'd': return s.toDouble();
-        case 'b': return s == QLatin1String("true");
+        case 'i': return text.toInt();
+        case 'd': return numbersOf(text).value(0);
+        case 'b': return text == QLatin1String("true");
         case 'p':
-        case 'm': {
-            DList l;
-            const QByteArray b = s.toLatin1();
-            const char *p = b.data(), *e = p + b.size();
-            for (double x; p < e;) {
-                const auto r = std::from_chars(p, e, x);
-                if (r.ptr == p) break;
-                l.append(x);
-                p = r.ptr + 1;
-            }
-            return QVariant::fromValue(l);
-        }
-        default: return s.toString();
+        case 'm': return QVariant::fromValue(numbersOf(text));
+        default: return text.toString();
     }
 }
-bool eq(const QObject* a, const QObject* b) {
-    if (a->objectName() != b->objectName()) return false;
-    const auto names = a->dynamicPropertyNames();
-    if (names != b->dynamicPropertyNames()) return false;
-    for (auto& k : names)
-        if (a->property(k) != b->property(k)) return false;
-    const auto &x = a->children(), &y = b->children();
-    if (x.size() != y.size()) return false;
-    for (qsizetype i = 0; i < x.size(); ++i)
-        if (!eq(x[i], y[i])) return false;
+
+bool isSame(const QObject& first, const QObject& second) {
+    if (first.objectName() != second.objectName()) return false;
+    const auto keys = first.dynamicPropertyNames();
+    if (keys != second.dynamicPropertyNames()) return false;
+    for (const QByteArray& key : keys)
+        if (first.property(key) != second.property(key)) return false;
+    const auto& a = first.children();
+    const auto& b = second.children();
+    if (a.size() != b.size()) return false;
+    for (qsizetype i = 0; i < a.size(); ++i)
+        if (!isSame(*a[i], *b[i])) return false;
     return true;
 }
-QObject* clone(const QObject* a, QObject* parent) {
-    auto* o = new QObject(parent);
-    o->setObjectName(a->objectName());
-    for (auto& k : a->dynamicPropertyNames()) o->setProperty(k, a->property(k));
-    for (auto* c : a->children()) clone(c, o);
-    return o;
+
+QObject* cloneOf(const QObject& node, QObject* parent) {
+    auto* const clone = new QObject(parent);
+    clone->setObjectName(node.objectName());
+    for (const QByteArray& key : node.dynamicPropertyNames())
+        clone->setProperty(key, node.property(key));
+    for (const QObject* const child : node.children()) cloneOf(*child, clone);
+    return clone;
 }
-std::int64_t sum(const QObject* o) {
-    std::int64_t s = o->property("i").toInt();
-    for (auto* c : o->children()) s += sum(c);
-    return s;
+
+std::int64_t countSumOf(const QObject& node) {
+    std::int64_t sum = node.property("i").toInt();
+    for (const QObject* const child : node.children()) sum += countSumOf(*child);
+    return sum;
 }
-struct Qt {
-    std::unique_ptr<QObject> root;
-    void build(const TreeData& d) { root.reset(node(d, 0, nullptr)); }
+
+class QtTree {
+public:
+    void build(const bench::TreeData& data) { root.reset(makeNode(data, 0, nullptr)); }
     std::string write() const {
-        QByteArray b;
-        QXmlStreamWriter w(&b);
-        w.setAutoFormatting(true);
-        writeTree(w, root.get());
-        return b.toStdString();
+        QByteArray text;
+        QXmlStreamWriter writer(&text);
+        writer.setAutoFormatting(true);
+        writeNode(writer, *root);
+        return text.toStdString();
     }
-    void read(const std::string& s) {
-        QXmlStreamReader r(QByteArray::fromRawData(s.data(), qsizetype(s.size())));
-        QObject* at = nullptr;
-        while (!r.atEnd()) {
-            const auto t = r.readNext();
-            if (t == QXmlStreamReader::StartElement) {
-                at = new QObject(at);
-                if (!root) root.reset(at);
-                for (const auto& a : r.attributes()) {
-                    const QByteArray k = a.name().toLatin1();
-                    if (k == "n") at->setObjectName(a.value().toString());
-                    else at->setProperty(k, value(k[0], a.value()));
-                }
-            } else if (t == QXmlStreamReader::EndElement) at = at->parent();
+    void read(const std::string& text) {
+        QXmlStreamReader reader(
+            QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())));
+        QObject* node = nullptr;
+        while (!reader.atEnd()) {
+            const auto token = reader.readNext();
+            if (token == QXmlStreamReader::EndElement) node = node->parent();
+            if (token != QXmlStreamReader::StartElement) continue;
+            node = new QObject(node);
+            if (!root) root.reset(node);
+            for (const auto& attribute : reader.attributes()) {
+                const QByteArray key = attribute.name().toLatin1();
+                if (key == "n") node->setObjectName(attribute.value().toString());
+                else node->setProperty(key, valueOf(key[0], attribute.value()));
+            }
         }
     }
-    std::unique_ptr<Qt> copy() const {
-        auto p = std::make_unique<Qt>();
-        p->root.reset(clone(root.get(), nullptr));
-        return p;
+    std::unique_ptr<QtTree> copy() const {
+        auto result = std::make_unique<QtTree>();
+        result->root.reset(cloneOf(*root, nullptr));
+        return result;
     }
-    bool equal(const Qt& o) const { return eq(root.get(), o.root.get()); }
+    bool equal(const QtTree& other) const { return isSame(*root, *other.root); }
     void poke() {
-        QObject* n = root.get();
-        while (!n->children().isEmpty()) n = n->children().back();
-        n->setProperty("d", 1e9);
+        QObject* node = root.get();
+        while (!node->children().isEmpty()) node = node->children().back();
+        node->setProperty("d", 1e9);
     }
     int lookup(std::string_view path) const {
-        const QObject* n = root.get();
-        for (std::string_view seg; tree::nextSegment(path, seg);) {
-            n = n->findChild<QObject*>(QString::fromLatin1(seg.data(), qsizetype(seg.size())),
-                                       ::Qt::FindDirectChildrenOnly);
-            if (!n) return 0;
+        const QObject* node = root.get();
+        for (std::string_view name; bench::tree::nextSegment(path, name);) {
+            node = findChild(*node, name);
+            if (!node) return 0;
         }
-        return n->property("i").toInt();
+        return node->property("i").toInt();
     }
-    std::int64_t countSum() const { return sum(root.get()); }
-    struct Wide {
-        QObject parent;
-        bool add(const std::string& s) {
-            const QString n = QString::fromStdString(s);
-            if (parent.findChild<QObject*>(n, ::Qt::FindDirectChildrenOnly)) return false;
-            (new QObject(&parent))->setObjectName(n);
+    std::int64_t countSum() const { return countSumOf(*root); }
+
+    class Wide {
+    public:
+        bool add(const std::string& name) {
+            if (findChild(parent, name)) return false;
+            (new QObject(&parent))->setObjectName(QString::fromStdString(name));
             return true;
         }
+
+    private:
+        QObject parent;
     };
+
+private:
+    static const QObject* findChild(const QObject& node, std::string_view name) {
+        return node.findChild<QObject*>(
+            QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())),
+            Qt::FindDirectChildrenOnly);
+    }
+
+    std::unique_ptr<QObject> root;
 };
-BENCH_PEER("W3", "qobject_dynprops", Peer, [](Run& run) { tree::runAll<Qt>(run); });
+
+BENCH_PEER("W3", "qobject_dynprops", Peer,
+           [](bench::Run& run) { bench::tree::runAll<QtTree>(run); });
+
 }  // namespace
