@@ -1,7 +1,5 @@
 // What a change of a watched value costs, held against a value with plain vectors of callbacks and,
 // where they are installed, against the signals of other libraries.
-#include <AttributeContainer/AttributeContainer.h>
-
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -12,9 +10,9 @@
 #include <vector>
 
 #include "notify/Contender.h"
+#include "notify/WatchedAttribute.h"
 #include "support/RatioTable.h"
 
-namespace ac = QOR::AttributeContainer;
 using bench::notify::Contender;
 using bench::notify::contenders;
 using bench::notify::nameOf;
@@ -49,54 +47,7 @@ private:
     std::vector<double> sums;
 };
 
-class Summer : public ac::Observer {
-public:
-    Summer() : Observer(std::nullopt) {}
-    std::string getName() const override { return "Summer"; }
-    ac::Action::ExecReturn changedNotify(ac::Observable& observable, Initiator&) override {
-        sum += static_cast<ac::Attr<double>&>(observable).get();
-        return ac::Action::ExecDone;
-    }
-    double sum = 0;
-};
-
-class RefusesNegative : public ac::Observer {
-public:
-    RefusesNegative() : Observer(std::nullopt) {}
-    std::string getName() const override { return "RefusesNegative"; }
-    ac::Action::ExecReturn toChangeNotify(ac::Observable& observable, Initiator&) override {
-        const auto info = observable.lookupNotifyInfo(typeid(ac::NewValueInfo<double>));
-        if (!info || static_cast<ac::NewValueInfo<double>&>(*info).getValue() >= 0)
-            return ac::Action::ExecDone;
-        observable.addNotifyInfo(std::make_shared<ac::InfoFailed>(nullptr));
-        return ac::Action::ExecRefused;
-    }
-};
-
-class WatchedAttribute {
-public:
-    WatchedAttribute(int numPost, bool hasVeto)
-        : attribute(std::make_shared<ac::CustAttr<double>>(std::nullopt)) {
-        for (int i = 0; i < numPost; ++i) {
-            summers.push_back(std::make_shared<Summer>());
-            attribute->addObserver(*summers.back(), 1, 0, false);
-        }
-        if (!hasVeto) return;
-        veto = std::make_shared<RefusesNegative>();
-        attribute->addPreObserver(*veto, 1, 1, false);
-    }
-    void set(double wanted) { attribute->set(wanted); }
-    double sum() const {
-        double total = 0;
-        for (const auto& summer : summers) total += summer->sum;
-        return total;
-    }
-
-private:
-    std::shared_ptr<ac::CustAttr<double>> attribute;
-    std::vector<std::shared_ptr<Summer>> summers;
-    std::shared_ptr<RefusesNegative> veto;
-};
+using bench::notify::WatchedAttribute;
 
 const bench::notify::Entry<PlainValue> plainEntry{"plain"};
 const bench::notify::Entry<WatchedAttribute> attributeEntry{"attribute"};

@@ -1,3 +1,4 @@
+// Makes the data: scans of points, a tree of objects, groups of settings.
 #include "support/Data.h"
 
 #include <cmath>

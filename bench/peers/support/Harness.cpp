@@ -1,3 +1,4 @@
+// A run of one peer: its clock, and where what it records goes.
 #include "support/Harness.h"
 
 #include "support/Records.h"

@@ -1,3 +1,4 @@
+// What was recorded, as lines of JSON.
 #include "support/Records.h"
 
 #include <algorithm>
