@@ -24,7 +24,7 @@ ArgumentKind kindOf(const CLI::Option& option) {
     if (text.starts_with("PATH")) return {ArgumentKind::Path};
     if (text == "COMMAND") return {ArgumentKind::Command};
     if (text == "MODEL") return {ArgumentKind::Model};
-    if (text == "FILE") return {ArgumentKind::File};
+    if (text == "FILE" || text.starts_with("PAGE")) return {ArgumentKind::File};
     if (text == "KEY" || text.starts_with("VALUE")) return {};
     if (isNamed) return {};
     return {ArgumentKind::File};
