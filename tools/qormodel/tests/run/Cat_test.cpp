@@ -299,31 +299,15 @@ TEST(RunFmt, PrintsTheCanonicalText) {
 
     const RunResult result = runQormodel({"fmt", "-"}, options);
 
-    const std::string own = R"(Attr<String> { 
-Name "Action"
-}
-Attr<String> { 
-Name "Event"
-}
-Attr<uint16_t> { 
-Name "MajorVersion"
-}
-Attr<uint16_t> { 
-Name "MinorVersion"
-}
-Attr<Uuid> { 
-Name "UUID"
-}
-)";
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, modelText("AttrContainer { \nAttr<String> { \nName \"Name\"\nValue "
                                     "\"Object\"\n}\n" +
-                                    own +
+                                    unsetObjectRows +
                                     "Attr<Vec3dd> { \nName \"At\"\n"
                                     "Value 1 2 3\n}\n}\nChild { \n\"Object\" \"A\"\n"
                                     "AttrContainer { \nAttr<String> { \nName \"Name\"\n"
                                     "Value \"A\"\n}\n" +
-                                    own + "}\n}\n"));
+                                    unsetObjectRows + "}\n}\n"));
 }
 
 TEST(RunFmt, ChecksFormatsInPlaceAndThenFindsNothing) {

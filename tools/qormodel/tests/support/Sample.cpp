@@ -2,14 +2,7 @@
 
 namespace qormodel::testing {
 
-const std::string projectText = R"model("Test"
-"kVLib" 9.1.0.0
-AttrContainer { 
-Attr<String> { 
-Name "Name"
-Value "Project"
-}
-Attr<String> { 
+const std::string unsetObjectRows = R"model(Attr<String> { 
 Name "Action"
 }
 Attr<String> { 
@@ -24,7 +17,16 @@ Name "MinorVersion"
 Attr<Uuid> { 
 Name "UUID"
 }
-Attr<Vec3dd> { 
+)model";
+
+const std::string projectText = R"model("Test"
+"kVLib" 9.1.0.0
+AttrContainer { 
+Attr<String> { 
+Name "Name"
+Value "Project"
+}
+)model" + unsetObjectRows + R"model(Attr<Vec3dd> { 
 Name "Origin"
 Value 1 2.5 -3
 }
@@ -40,22 +42,7 @@ Attr<String> {
 Name "Name"
 Value "Scans"
 }
-Attr<String> { 
-Name "Action"
-}
-Attr<String> { 
-Name "Event"
-}
-Attr<uint16_t> { 
-Name "MajorVersion"
-}
-Attr<uint16_t> { 
-Name "MinorVersion"
-}
-Attr<Uuid> { 
-Name "UUID"
-}
-Attr<int> { 
+)model" + unsetObjectRows + R"model(Attr<int> { 
 Name "Count"
 Value 2
 PostObserver 
@@ -86,22 +73,7 @@ Attr<String> {
 Name "Name"
 Value "First"
 }
-Attr<String> { 
-Name "Action"
-}
-Attr<String> { 
-Name "Event"
-}
-Attr<uint16_t> { 
-Name "MajorVersion"
-}
-Attr<uint16_t> { 
-Name "MinorVersion"
-}
-Attr<Uuid> { 
-Name "UUID"
-}
-Attr<Vec3ddVector> { 
+)model" + unsetObjectRows + R"model(Attr<Vec3ddVector> { 
 Name "Points"
 Value { 1 2 3 4 5 6 } 
 }

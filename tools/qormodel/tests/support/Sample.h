@@ -11,6 +11,8 @@ namespace qormodel::testing {
 
 /// A document with two objects, a field, a relation to the root and points, in canonical text.
 extern const std::string projectText;
+/// The rows that every object has beside its name, as they are written where nothing set them.
+extern const std::string unsetObjectRows;
 
 /// Header and version of a model file, ahead of `body`.
 std::string modelText(const std::string& body);
