@@ -61,8 +61,9 @@ private:
 /// Loads attributes from one or several keys; of several that hold a value the last one wins.
 ///
 /// An attribute with no stored text stays as it is, and so does one of floating-point numbers whose
-/// stored text is no number; a whole number becomes 0 then, and a bool false unless it reads
-/// "true".
+/// stored text is a malformed number, such as "1.2.3" or "1e". A text that begins as no number at
+/// all gives 0, for whole and for floating-point numbers; a bool is false unless it reads "true" in
+/// whatever case. Nothing is thrown.
 class QOR_API AttrReadRegistry : public AttrRegistryVisitor {
 public:
     /// \param notify whether observers hear of the load.
@@ -83,6 +84,10 @@ private:
 };
 
 /// Stores attributes under one or several keys.
+///
+/// What a key refuses, be it for a full disk, is left out and the walk goes on: store within a
+/// `keystore::Transaction` and look at what its `commit` returns. A walk that could not make the
+/// key of a container passes that one by and does not return Continue.
 class QOR_API AttrWriteRegistry : public AttrRegistryVisitor {
 public:
     AttrWriteRegistry(const RegKeysArray& keys, unsigned int first, unsigned int last);

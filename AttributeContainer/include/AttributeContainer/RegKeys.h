@@ -16,6 +16,8 @@ namespace QOR::AttributeContainer {
 ///
 /// Nothing here makes an error or a log line: an operation that fails answers with false, an empty
 /// text or a null pointer. Paths have '\' between their names. One thread at a time.
+///
+/// It does not keep the store of its root: once that has gone, every operation fails.
 class QOR_API RegKeys {
 public:
     using HKEY = keystore::HKEY;
@@ -37,7 +39,8 @@ public:
     const std::string& getPrefix() const { return prefix; }
 
     // Below the prefix. --------------------------------------------------------------------------
-    /// Whether the key can be opened for reading or writing.
+    /// Whether the key can be opened for reading or writing; an empty text means the prefix itself,
+    /// which tells whether the constructor could make it.
     bool checkKey(const std::string& key, bool forWrite) const;
     /// Makes a key and all levels above it; an empty text means the prefix itself.
     /// \param everyone give everybody access to it.
@@ -53,7 +56,7 @@ public:
 
     /// Stores a text without a terminator, as expandable text.
     bool setKey(const std::string& name, const std::string& value) const;
-    /// Stores data of any type. Null data deletes the *subkey* of that name.
+    /// Stores data of any type. Null data deletes the *subkey* of that name, if it has no subkeys.
     bool setKey(const std::string& name, const unsigned char* data, unsigned long size,
                 unsigned long type) const;
     /// Reads a text and takes its last character for a terminator: one that `setKey` stored comes
