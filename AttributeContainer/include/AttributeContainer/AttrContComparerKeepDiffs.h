@@ -18,7 +18,9 @@ public:
     /// How many the last comparison has found.
     std::uint64_t getNumMismatches() const { return mismatches.size(); }
     /// The names of the fields that lead to the attribute and its own, as in "Outer/Inner/Gain", in
-    /// the order of the walk; empty past the end.
+    /// the order of the walk; empty past the end. A field counts with its `name`, the first
+    /// container's where both have it, and not with that of its slot: where the two differ,
+    /// `inqObserver` does not take the text.
     std::optional<std::string> getMismatch(std::uint64_t index) const;
 
 protected:
