@@ -14,7 +14,7 @@ class QOR_API ModelFormat {
 public:
     enum Format : std::int32_t {
         Text = 0,   ///< plain block text, the form that is read back whole
-        XmlV1 = 1,  ///< written by the XML export; no reader knows it
+        XmlV1 = 1,  ///< of `XMLSerialization` alone; a `writeTo` with it is no valid XML
         XmlV2 = 2,  ///< the XML form that `ModelInFormat::determineFormat` recognises
     };
 
