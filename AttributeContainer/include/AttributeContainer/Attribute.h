@@ -93,10 +93,13 @@ public:
     /// The token in its container; all ones when it has none.
     virtual std::uint64_t getToken() const = 0;
 
-    /// The companion through which this attribute takes part as an observer, made at first use.
+    /// The companion through which this attribute takes part as an observer, made at first use. It
+    /// has no path, so relations to it are neither stored nor copied.
     /// \throws std::bad_weak_ptr when no shared pointer owns the attribute.
     std::weak_ptr<Observer> getObserver();
 
+    /// The path of its container and its name; the name alone where the container has no path, as
+    /// fields have none.
     std::optional<std::string> inqObjPath() const override;
     std::optional<std::reference_wrapper<const Observer>> lookupObject() const override;
     using Observable::inqObserver;

@@ -13,7 +13,8 @@ namespace QOR::AttributeContainer {
 
 /// Keeps one attribute at the value that it had when the protection began: it refuses a change, and
 /// puts the value back should one come through. Of two on one attribute, the one told last wins.
-/// Protection ends with the object.
+/// Protection ends with the object. What is stored while observing is blocked stays until the
+/// attribute tells its observers again.
 class QOR_API AttributeWriteProtection : public Observer {
 public:
     /// Tells the text of the requested value, or nothing where the change is not to be refused at

@@ -75,7 +75,9 @@ public:
     /// \param temporary the relation is never stored and never copied.
     /// \return AlreadyThere for a relation of that observer and action, which keeps its priority.
     AddResult addObserver(Observer& observer, short priority, std::uint64_t action, bool temporary);
-    /// Adds a post-observer by path; a path that leads nowhere yet stays as text until it does.
+    /// Adds a post-observer by path; a path that leads nowhere yet stays as text until it does, and
+    /// `updateObserverLists` tries again. It is seen from this observable: of an attribute, "~" is
+    /// the container. It leads to objects and fields, not to attributes.
     AddResult addObserver(const std::string& path, short priority, std::uint64_t action,
                           bool temporary);
     /// Adds a ready relation, in order or at the end, and becomes its owner.

@@ -174,7 +174,9 @@ public:
     // Relations. -----------------------------------------------------------------------------------
     /// Points copied relations of this container's attributes at the copies of their observers.
     virtual void updateObservers(ObserverRelationTableObserver& table);
-    /// Refuses an invalid name that someone writes into the name attribute.
+    /// Refuses an invalid name that someone writes into the name attribute. Who overrides it hands
+    /// on to this, and is called from within `create` as well, where the attributes of derived
+    /// classes are not there yet.
     Action::ExecReturn toChangeNotify(Observable& observable, Initiator& initiator) override;
     using Observer::inqObserver;
     std::weak_ptr<const ObservingObject> inqObserver(
