@@ -27,7 +27,10 @@ public:
 
     /// The value; while a cached value is pending on this thread, that one. The reference lasts
     /// until the next change.
-    const T& get() const;
+    const T& get() const {
+        // The holder is made here and is of no derived class, so that no virtual call is needed.
+        return (tempFlags() & cachedAttributePending) == 0 ? *value.AttrVal<T>::read() : getCached();
+    }
     /// Changes the value, with no initiator. A refusal is silent: the value is the old one then.
     void set(const T& newValue);
     /// Changes the value on behalf of `initiator`, which is not told of its own change.
@@ -59,11 +62,12 @@ protected:
     explicit Attr(const std::optional<std::reference_wrapper<const Attribute>>& source);
 
 private:
+    const T& getCached() const;
     void store(const T& newValue);
     /// A text was stored; called for no other type.
     virtual void stored() const {}
 
-    std::unique_ptr<AttrVal<T>> value;
+    AttrVal<T> value;
 };
 
 /// Two typed attributes compare as attributes do; unlike types are unequal.
@@ -79,16 +83,29 @@ bool operator!=(const Attr<T>& a, const Attr<U>& b) {
 /// What an attribute that a container class declares knows of its place.
 class QOR_API HardCodedAttribute {
 public:
+    /// The container of one attribute, or of many that are made together.
+    struct Place {
+        ContainerLink container;
+        bool isShared = false;
+    };
+
+    HardCodedAttribute(const HardCodedAttribute&) = delete;
+    HardCodedAttribute& operator=(const HardCodedAttribute&) = delete;
     virtual ~HardCodedAttribute();
 
 protected:
-    explicit HardCodedAttribute(const AttrContainer& container) : container(container) {}
+    explicit HardCodedAttribute(const AttrContainer& container);
+    /// One of the attributes of a shared place, which outlives them.
+    explicit HardCodedAttribute(const Place& shared) : place(&shared) {}
+
+    const ContainerLink& container() const { return place->container; }
 
     std::string getName(const Attribute& attribute) const;
     std::uint64_t getToken(const Attribute& attribute) const;
     const AttrDefinition* getDefinition(const Attribute& attribute) const;
 
-    ContainerLink container;
+private:
+    const Place* place;
 };
 
 /// What an attribute that was added at run time knows of its place.
@@ -116,6 +133,9 @@ template <AttrValue T>
 class QOR_API HardCodedAttr final : public Attr<T>, public HardCodedAttribute {
 public:
     HardCodedAttr(const AttrContainer& container,
+                  const std::optional<std::reference_wrapper<const Attribute>>& source);
+    /// One of the attributes of a shared place, which outlives them.
+    HardCodedAttr(const HardCodedAttribute::Place& shared,
                   const std::optional<std::reference_wrapper<const Attribute>>& source);
     ~HardCodedAttr() override;
 

@@ -6,6 +6,7 @@
 
 #include <QOR/KeyTable.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -14,6 +15,8 @@
 #include <vector>
 
 namespace QOR::AttributeContainer {
+
+class AttributeBlock;
 
 /// One attribute of a container class.
 struct QOR_API AttrDefinition {
@@ -34,6 +37,16 @@ struct QOR_API AttrDefinition {
     std::shared_ptr<Attribute> createAttr(
         CreateType type, const std::optional<std::reference_wrapper<const Attribute>>& source,
         const Attribute::Location& location) const;
+
+private:
+    friend class AttrList;  // makes the attributes of a table in one piece of memory
+
+    /// What the attribute takes there.
+    std::size_t roomInBlock() const;
+    std::shared_ptr<Attribute> createAttr(
+        const std::optional<std::reference_wrapper<const Attribute>>& source,
+        AttributeBlock& block) const;
+    std::shared_ptr<Attribute> marked(std::shared_ptr<Attribute> attribute) const;
 };
 
 /// One field of a container class.

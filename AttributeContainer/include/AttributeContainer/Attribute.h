@@ -2,6 +2,7 @@
 #pragma once
 
 #include <AttributeContainer/Observable.h>
+#include <AttributeContainer/ThreadWord.h>
 
 #include <QOR/KeyTable.h>
 
@@ -19,6 +20,12 @@ namespace QOR::AttributeContainer {
 class AttrContainer;
 class AttributePropagationObserver;
 struct AttrDefinition;
+
+namespace detail {
+/// The switches of a thread, in the open for those who look at them with every change and every
+/// look at a value.
+QOR_THREAD_WORD extern QOR_API int tempFlags;
+}  // namespace detail
 
 /// How a copy is made.
 enum CreateType : std::uint32_t {
@@ -131,6 +138,14 @@ protected:
     explicit Attribute(const std::optional<std::reference_wrapper<const Attribute>>& source);
 
     static int getAttributeTempFlags();
+    /// The same, read in place where a library can share a thread's state with its host.
+    static int tempFlags() {
+#if defined(__ELF__)
+        return detail::tempFlags;
+#else
+        return getAttributeTempFlags();
+#endif
+    }
     static void setAttributeTempFlags(int flags);
     static bool isAnyTempFlagSet();
 
@@ -163,7 +178,8 @@ private:
     friend struct AttrDefinition;  // hands the definition's mark to a new attribute
 
     Flags flags;
-    std::shared_ptr<AttributePropagationObserver> observer;
+    // Made with its first use, since few attributes are watched as observers: a word until then.
+    std::unique_ptr<const std::shared_ptr<AttributePropagationObserver>> observer;
 };
 
 /// Blocks observing on this thread for a scope. Scopes nest; the outermost one lifts the block.

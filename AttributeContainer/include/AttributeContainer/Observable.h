@@ -166,9 +166,9 @@ protected:
             flags = static_cast<std::uint16_t>(value ? flags | bit : flags & ~bit);
         }
 
-        std::uint16_t flags = notifyEnabled;
         ObserverList preObservers;
         std::atomic<std::uint64_t> notifyDepth{0};  // walks that run on this observable
+        std::uint16_t flags = notifyEnabled;        // last, for what lies behind to share its word
     };
     using Initiator = std::shared_ptr<ObservingObject>;
 
@@ -208,7 +208,7 @@ private:
     void forgetObserver(const Observer& observer, ObserverList& list, std::uint16_t cleanupBit);
     std::uint64_t exchangePtr(ObserverRelationTableObserver& table);
 
-    ParamsEx params;
+    [[no_unique_address]] ParamsEx params;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -3,6 +3,7 @@
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include "attributes/AttributeBlock.h"
 #include "attributes/MakeAttribute.h"
 
 #include <array>
@@ -14,7 +15,9 @@ using Source = std::optional<std::reference_wrapper<const Attribute>>;
 
 struct Maker {
     std::shared_ptr<Attribute> (*make)(const Source&, const Attribute::Location&) = nullptr;
-    bool isForTables = false;
+    // For tables; null and nothing for a type that none can have.
+    std::shared_ptr<Attribute> (*makeIn)(const Source&, AttributeBlock&) = nullptr;
+    std::size_t room = 0;
 };
 
 template <class T>
@@ -23,13 +26,29 @@ std::shared_ptr<Attribute> make(const Source& source, const Attribute::Location&
     return std::make_shared<CustAttr<T>>(source);
 }
 
+template <class T>
+std::shared_ptr<Attribute> makeIn(const Source& source, AttributeBlock& block) {
+    return block.create<HardCodedAttr<T>>(source);
+}
+
 constexpr auto makers = [] {
     std::array<Maker, numAttrTypes> table{};
     ValueTypes::forEach([&]<class Row>() {
-        table[static_cast<std::size_t>(Row::token)] = {make<typename Row::Value>, Row::isCreated};
+        using T = typename Row::Value;
+        Maker& maker = table[static_cast<std::size_t>(Row::token)];
+        maker.make = make<T>;
+        if constexpr (Row::isCreated) {
+            maker.makeIn = makeIn<T>;
+            maker.room = AttributeBlock::roomFor<HardCodedAttr<T>>();
+        }
     });
     return table;
 }();
+
+const Maker* tableMaker(AttrType type) {
+    const auto index = static_cast<std::size_t>(type);
+    return index < makers.size() && makers[index].makeIn ? &makers[index] : nullptr;
+}
 }  // namespace
 
 std::shared_ptr<Attribute> makeAttribute(AttrType type, const Source& source,
@@ -40,9 +59,22 @@ std::shared_ptr<Attribute> makeAttribute(AttrType type, const Source& source,
 
 std::shared_ptr<Attribute> AttrDefinition::createAttr(CreateType, const Source& source,
                                                       const Attribute::Location& location) const {
-    const auto index = static_cast<std::size_t>(type);
-    if (index >= makers.size() || !makers[index].isForTables) return nullptr;
-    auto attribute = makeAttribute(type, source, location);
+    const Maker* const maker = tableMaker(type);
+    return maker ? marked(maker->make(source, location)) : nullptr;
+}
+
+std::shared_ptr<Attribute> AttrDefinition::createAttr(const Source& source,
+                                                      AttributeBlock& block) const {
+    const Maker* const maker = tableMaker(type);
+    return maker ? marked(maker->makeIn(source, block)) : nullptr;
+}
+
+std::size_t AttrDefinition::roomInBlock() const {
+    const Maker* const maker = tableMaker(type);
+    return maker ? maker->room : 0;
+}
+
+std::shared_ptr<Attribute> AttrDefinition::marked(std::shared_ptr<Attribute> attribute) const {
     if ((category & flagged) != 0) attribute->flags.set(Attribute::Flags::definitionFlag, true);
     return attribute;
 }

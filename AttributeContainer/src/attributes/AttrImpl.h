@@ -6,7 +6,6 @@
 
 #include "attributes/MakeAttribute.h"
 #include "attributes/SameValue.h"
-#include "attributes/TempFlags.h"
 
 #include <memory>
 #include <type_traits>
@@ -14,9 +13,20 @@
 
 namespace QOR::AttributeContainer {
 
+namespace detail {
+// Never destroyed: values change to the very end of a program.
+union Nobody {
+    constexpr Nobody() : initiator() {}
+    ~Nobody() {}
+
+    std::shared_ptr<ObservingObject> initiator;
+};
+inline constinit Nobody nobody;
+}  // namespace detail
+
 template <AttrValue T>
 Attr<T>::Attr(const std::optional<std::reference_wrapper<const Attribute>>& source)
-    : Attribute(source), value(std::make_unique<AttrVal<T>>()) {}
+    : Attribute(source) {}
 
 template <AttrValue T>
 Attr<T>::~Attr() = default;
@@ -32,31 +42,28 @@ const std::string& Attr<T>::getClassName() const {
 }
 
 template <AttrValue T>
-const T& Attr<T>::get() const {
-    if ((tempFlags & cachedAttributePending) != 0) {
-        if (const auto cached = std::dynamic_pointer_cast<Attr<T>>(lookupCachedAttribute()))
-            return *cached->value->AttrVal<T>::read();  // the info keeps it while it is pending
-    }
-    return *value->AttrVal<T>::read();
+const T& Attr<T>::getCached() const {
+    if (const auto cached = std::dynamic_pointer_cast<Attr<T>>(lookupCachedAttribute()))
+        return *cached->value.AttrVal<T>::read();  // the info keeps it while it is pending
+    return *value.AttrVal<T>::read();
 }
 
 template <AttrValue T>
 void Attr<T>::store(const T& newValue) {
-    // The holder is made here and is of no derived class.
-    if (value->AttrVal<T>::read() == &newValue) return;
-    *value->AttrVal<T>::access() = newValue;
+    if (value.AttrVal<T>::read() == &newValue) return;
+    *value.AttrVal<T>::access() = newValue;
     if constexpr (std::same_as<T, std::string>) stored();
 }
 
 template <AttrValue T>
 void Attr<T>::set(const T& newValue) {
-    set(newValue, nullptr);
+    set(newValue, detail::nobody.initiator);
 }
 
 template <AttrValue T>
 void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& initiator) {
     // The common change: nobody who waits for answers, nothing unusual on this thread.
-    if (tempFlags == 0) {
+    if (tempFlags() == 0) {
         if (getNumPreObservers() > 0 &&
             !askFirst(std::make_shared<NewValueInfo<T>>(newValue), initiator, nullptr))
             return;
@@ -90,10 +97,10 @@ void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& ini
 template <AttrValue T>
 void Attr<T>::touch(const std::shared_ptr<ObservingObject>& initiator,
                     std::vector<NotificationResult>* results) {
-    if (tempFlags != 0) {
+    if (tempFlags() != 0) {
         if (isCachedAttributePending()) {
             const auto cached = std::dynamic_pointer_cast<Attr<T>>(takeCachedAttribute());
-            if (cached) store(*cached->value->AttrVal<T>::read());
+            if (cached) store(*cached->value.AttrVal<T>::read());
         }
         if (isObservingBlocked()) return;
     }
@@ -160,11 +167,18 @@ HardCodedAttr<T>::HardCodedAttr(const AttrContainer& container,
 }
 
 template <AttrValue T>
+HardCodedAttr<T>::HardCodedAttr(const HardCodedAttribute::Place& shared,
+                                const std::optional<std::reference_wrapper<const Attribute>>& source)
+    : Attr<T>(source), HardCodedAttribute(shared) {
+    if (source) Attr<T>::operator=(source->get());
+}
+
+template <AttrValue T>
 HardCodedAttr<T>::~HardCodedAttr() = default;
 
 template <AttrValue T>
 Attribute::Location HardCodedAttr<T>::getLocation() const {
-    return container.getLocation();
+    return container().getLocation();
 }
 
 template <AttrValue T>
@@ -186,7 +200,7 @@ template <AttrValue T>
 void HardCodedAttr<T>::stored() const {
     // The text may be a name, and lists of children go by names.
     if constexpr (std::same_as<T, std::string>) {
-        if (const AttrContainer* const living = container.get()) living->textStored(*this);
+        if (const AttrContainer* const living = container().get()) living->textStored(*this);
     }
 }
 

@@ -19,18 +19,23 @@ std::uint64_t tokenIn(const AttrContainer* container, const Attribute& attribute
 }
 }  // namespace
 
-HardCodedAttribute::~HardCodedAttribute() = default;
+HardCodedAttribute::HardCodedAttribute(const AttrContainer& container)
+    : place(new Place{ContainerLink(container)}) {}
+
+HardCodedAttribute::~HardCodedAttribute() {
+    if (!place->isShared) delete place;
+}
 
 std::string HardCodedAttribute::getName(const Attribute& attribute) const {
-    return nameIn(container.get(), attribute);
+    return nameIn(container().get(), attribute);
 }
 
 std::uint64_t HardCodedAttribute::getToken(const Attribute& attribute) const {
-    return tokenIn(container.get(), attribute);
+    return tokenIn(container().get(), attribute);
 }
 
 const AttrDefinition* HardCodedAttribute::getDefinition(const Attribute& attribute) const {
-    const AttrContainer* const living = container.get();
+    const AttrContainer* const living = container().get();
     return living ? living->getAttrDefinition(attribute) : nullptr;
 }
 

@@ -4,7 +4,6 @@
 #include <AttributeContainer/CachedAttributeInfo.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
-#include "attributes/TempFlags.h"
 #include "observation/NotifyInfoTable.h"
 #include "observation/WalkFrame.h"
 
@@ -12,11 +11,11 @@
 
 namespace QOR::AttributeContainer {
 
-QOR_THREAD_WORD int tempFlags = 0;
+QOR_THREAD_WORD int detail::tempFlags = 0;
 
 namespace {
 void setTempFlag(int bit, bool value) {
-    tempFlags = value ? tempFlags | bit : tempFlags & ~bit;
+    detail::tempFlags = value ? detail::tempFlags | bit : detail::tempFlags & ~bit;
 }
 }  // namespace
 
@@ -69,9 +68,10 @@ void Attribute::readValueFrom(std::istream&, std::shared_ptr<const ReadContextBa
 std::weak_ptr<Observer> Attribute::getObserver() {
     if (!observer) {
         const auto self = std::static_pointer_cast<Attribute>(shared_from_this());
-        observer = std::make_shared<AttributePropagationObserver>(self, std::nullopt);
+        observer = std::make_unique<const std::shared_ptr<AttributePropagationObserver>>(
+            std::make_shared<AttributePropagationObserver>(self, std::nullopt));
     }
-    return observer;
+    return *observer;
 }
 
 std::optional<std::string> Attribute::inqObjPath() const {
@@ -103,19 +103,19 @@ std::weak_ptr<const ObservingObject> Attribute::inqObserver(
 // The switches of the thread ------------------------------------------------------------------
 
 int Attribute::getAttributeTempFlags() {
-    return tempFlags;
+    return detail::tempFlags;
 }
 
 void Attribute::setAttributeTempFlags(int flags) {
-    tempFlags = flags;
+    detail::tempFlags = flags;
 }
 
 bool Attribute::isAnyTempFlagSet() {
-    return tempFlags != 0;
+    return detail::tempFlags != 0;
 }
 
 bool Attribute::isObservingBlocked() {
-    return (tempFlags & observingBlocked) != 0;
+    return (detail::tempFlags & observingBlocked) != 0;
 }
 
 void Attribute::setObservingBlocked(bool value) {
@@ -123,7 +123,7 @@ void Attribute::setObservingBlocked(bool value) {
 }
 
 bool Attribute::isCachedAttributePending() {
-    return (tempFlags & cachedAttributePending) != 0;
+    return (detail::tempFlags & cachedAttributePending) != 0;
 }
 
 void Attribute::setIsCachedAttributePending(bool value) {

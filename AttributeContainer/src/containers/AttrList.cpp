@@ -2,6 +2,8 @@
 
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include "attributes/AttributeBlock.h"
+
 #include <stdexcept>
 
 namespace QOR::AttributeContainer {
@@ -20,9 +22,12 @@ std::uint64_t AttrList::getToken(const Attribute& attribute) const {
     return AttrContainer::noToken;
 }
 
-bool AttrList::createAttributes(const std::vector<AttrDefinition>& rows, CreateType type,
+bool AttrList::createAttributes(const std::vector<AttrDefinition>& rows, CreateType,
                                 const AttrList* source) {
     elements.resize(elements.size() + rows.size());
+    std::size_t room = 0;
+    for (const AttrDefinition& row : rows) room += row.roomInBlock();
+    AttributeBlock block(container, room);
     for (const AttrDefinition& row : rows) {
         std::optional<std::reference_wrapper<const Attribute>> valueSource;
         if (source) {
@@ -31,7 +36,7 @@ bool AttrList::createAttributes(const std::vector<AttrDefinition>& rows, CreateT
             if (const auto& from = source->elements[row.token]) valueSource = *from;
         }
         if (row.token >= elements.size()) throw std::out_of_range("invalid vector subscript");
-        elements[row.token] = row.createAttr(type, valueSource, container);
+        elements[row.token] = row.createAttr(valueSource, block);
     }
     return true;
 }

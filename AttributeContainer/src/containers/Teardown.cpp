@@ -1,6 +1,6 @@
 #include "containers/Teardown.h"
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 #include <deque>
 #include <utility>

@@ -4,7 +4,7 @@
 
 #include <QOR/Text.h>
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 #include <cstddef>
 #include <iterator>

@@ -5,7 +5,7 @@
 
 #include "objects/ChildWalk.h"
 #include "objects/RawBlock.h"
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 #include <istream>
 #include <ostream>

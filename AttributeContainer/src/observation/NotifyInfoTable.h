@@ -3,7 +3,7 @@
 
 #include <AttributeContainer/ObserverInfo.h>
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 #include <cstddef>
 #include <memory>

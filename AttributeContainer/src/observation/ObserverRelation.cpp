@@ -1,7 +1,7 @@
 #include <AttributeContainer/ObserverRelation.h>
 
 #include "observation/ObserverRelationTable.h"
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 namespace QOR::AttributeContainer {
 

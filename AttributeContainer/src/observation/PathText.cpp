@@ -1,6 +1,6 @@
 #include "observation/PathText.h"
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 #include <algorithm>
 #include <vector>

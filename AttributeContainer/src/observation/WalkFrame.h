@@ -1,7 +1,7 @@
 // Tells a running operation that the object it runs on has gone meanwhile.
 #pragma once
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 namespace QOR::AttributeContainer {
 

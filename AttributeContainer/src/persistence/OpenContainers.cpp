@@ -2,7 +2,7 @@
 
 #include <AttributeContainer/ReferenceDictionary.h>
 
-#include "observation/ThreadWord.h"
+#include <AttributeContainer/ThreadWord.h>
 
 namespace QOR::AttributeContainer {
 

@@ -1,0 +1,51 @@
+#include "attributes/AttributeBlock.h"
+
+#include <functional>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/asan_interface.h>
+#else
+#define ASAN_POISON_MEMORY_REGION(BEGIN, SIZE) static_cast<void>(0)
+#define ASAN_UNPOISON_MEMORY_REGION(BEGIN, SIZE) static_cast<void>(0)
+#endif
+
+namespace QOR::AttributeContainer {
+
+AttributeBlock::AttributeBlock(const AttrContainer& container, std::size_t room)
+    : piece(new (::operator new(aligned(sizeof(Piece)) + room)) Piece(container, room)) {}
+
+AttributeBlock::~AttributeBlock() { piece->close(); }
+
+std::byte* AttributeBlock::Piece::begin() {
+    return reinterpret_cast<std::byte*>(this) + aligned(sizeof(Piece));
+}
+
+void* AttributeBlock::Piece::take(std::size_t size) {
+    const std::size_t taken = aligned(size);
+    void* const memory = taken > roomLeft ? ::operator new(size) : begin() + roomTaken;
+    ++numTaken;
+    if (taken > roomLeft) return memory;
+    roomTaken += taken;
+    roomLeft -= taken;
+    return memory;
+}
+
+void AttributeBlock::Piece::giveBack(void* memory, [[maybe_unused]] std::size_t size) {
+    const std::less<const void*> before;  // an order over all addresses, also of other pieces
+    if (before(memory, begin()) || !before(memory, begin() + roomTaken)) {
+        ::operator delete(memory);
+    } else {
+        ASAN_POISON_MEMORY_REGION(memory, size);  // so that a use after the end is told
+    }
+    drop(1);
+}
+
+void AttributeBlock::Piece::drop(std::ptrdiff_t numLeaving) {
+    if (numUsers.fetch_sub(numLeaving, std::memory_order_acq_rel) != numLeaving) return;
+    ASAN_UNPOISON_MEMORY_REGION(begin(), roomTaken);
+    this->~Piece();
+    ::operator delete(this);
+}
+
+}  // namespace QOR::AttributeContainer

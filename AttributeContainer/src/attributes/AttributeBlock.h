@@ -1,0 +1,87 @@
+// The memory of the attributes that one container makes from one table.
+#pragma once
+
+#include <AttributeContainer/Attr.h>
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+
+namespace QOR::AttributeContainer {
+
+/// Makes attributes in one piece of memory, beside what they share: their place.
+///
+/// Each attribute is owned by shared pointers of its own and ends by itself; the piece goes back
+/// when the last of them has, and this is gone. What does not fit in gets memory of its own.
+class QOR_API AttributeBlock {
+public:
+    /// What an attribute of type `A` takes: itself and the counts of its owners.
+    template <class A>
+    static constexpr std::size_t roomFor() {
+        return aligned(sizeof(A) + 3 * sizeof(void*));
+    }
+
+    AttributeBlock(const AttrContainer& container, std::size_t room);
+    AttributeBlock(const AttributeBlock&) = delete;
+    AttributeBlock& operator=(const AttributeBlock&) = delete;
+    ~AttributeBlock();
+
+    /// A new attribute with the value and the relations of `source`, if there is one.
+    template <class A, class Source>
+    std::shared_ptr<A> create(const Source& source) {
+        return std::allocate_shared<A>(Allocator<A>(*piece), piece->place, source);
+    }
+
+private:
+    class QOR_API Piece {
+    public:
+        explicit Piece(const AttrContainer& container, std::size_t room)
+            : place{ContainerLink(container), true}, roomLeft(room) {}
+
+        void* take(std::size_t size);
+        void giveBack(void* memory, std::size_t size);
+        /// Nothing more is taken.
+        void close() { drop(open - numTaken); }
+
+        const HardCodedAttribute::Place place;
+
+    private:
+        // More than a table has rows: what is open has not ended, whatever was given back.
+        static constexpr std::ptrdiff_t open = 1 << 30;
+
+        std::byte* begin();
+        void drop(std::ptrdiff_t numLeaving);
+
+        std::size_t roomLeft;
+        std::size_t roomTaken = 0;
+        std::ptrdiff_t numTaken = 0;
+        std::atomic<std::ptrdiff_t> numUsers{open};
+    };
+
+    template <class T>
+    struct Allocator {
+        using value_type = T;
+
+        explicit Allocator(Piece& piece) : piece(&piece) {}
+        template <class U>
+        Allocator(const Allocator<U>& other) : piece(other.piece) {}
+
+        T* allocate(std::size_t n) { return static_cast<T*>(piece->take(n * sizeof(T))); }
+        void deallocate(T* memory, std::size_t n) { piece->giveBack(memory, n * sizeof(T)); }
+        template <class U>
+        bool operator==(const Allocator<U>& other) const {
+            return piece == other.piece;
+        }
+
+        Piece* piece;
+    };
+
+    static constexpr std::size_t aligned(std::size_t size) {
+        constexpr std::size_t unit = alignof(std::max_align_t);
+        return (size + unit - 1) / unit * unit;
+    }
+
+    Piece* piece;
+};
+
+}  // namespace QOR::AttributeContainer
