@@ -149,15 +149,10 @@ protected:
     static void setAttributeTempFlags(int flags);
     static bool isAnyTempFlagSet();
 
-    /// Asks the pre-observers about a value that is about to come.
-    /// \return false when one of them refused.
-    bool askFirst(std::shared_ptr<ObserverInfo> newValue,
-                  const std::shared_ptr<ObservingObject>& initiator,
-                  std::vector<NotificationResult>* results);
     /// The half of a change ahead of the store: asks the pre-observers about a value that is about to
     /// come, `newValue` being empty where there are none, and fulfils the promise.
     /// \return false when one of them refused.
-    bool runPreHalf(std::shared_ptr<ObserverInfo> newValue,
+    bool runPreHalf(const std::type_info& announced, std::shared_ptr<ObserverInfo> newValue,
                     const std::shared_ptr<ObservingObject>& initiator, ResultPromise& preResults);
     /// The same for the text path: no value is announced, and a refusal is not looked at.
     void askOnly(const std::shared_ptr<ObservingObject>& initiator, ResultPromise& preResults);

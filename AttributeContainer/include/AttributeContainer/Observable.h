@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 namespace QOR::AttributeContainer {
@@ -186,6 +187,10 @@ protected:
         return params.postObservers.empty() &&
                (params.flags & (ParamsEx::lookupPending | ParamsEx::postCleanupPending)) == 0;
     }
+    /// Asks the pre-observers about what is about to come, an info of the type `announced`.
+    /// \return false when one of them refused, or ended this object.
+    bool askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo> info,
+                  const Initiator& initiator, std::vector<NotificationResult>* results);
     /// Runs the actions of one list from its back; every walk of a change goes through here.
     void notifySequence(const Initiator& initiator, ObserverList* list,
                         std::vector<NotificationResult>* results);

@@ -65,7 +65,8 @@ void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& ini
     // The common change: nobody who waits for answers, nothing unusual on this thread.
     if (tempFlags() == 0) {
         if (getNumPreObservers() > 0 &&
-            !askFirst(std::make_shared<NewValueInfo<T>>(newValue), initiator, nullptr))
+            !askFirst(typeid(NewValueInfo<T>), std::make_shared<NewValueInfo<T>>(newValue), initiator,
+                      nullptr))
             return;
         store(newValue);
         touch(initiator, nullptr);
@@ -87,7 +88,7 @@ void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& ini
     if (!blocked) {
         std::shared_ptr<ObserverInfo> info;
         if (getNumPreObservers() > 0) info = std::make_shared<NewValueInfo<T>>(newValue);
-        if (!runPreHalf(std::move(info), initiator, pre)) return;
+        if (!runPreHalf(typeid(NewValueInfo<T>), std::move(info), initiator, pre)) return;
     }
     const auto consumed = pending ? takeCachedAttribute() : nullptr;  // may hold `newValue`
     store(newValue);

@@ -4,9 +4,6 @@
 #include <AttributeContainer/CachedAttributeInfo.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
-#include "observation/NotifyInfoTable.h"
-#include "observation/WalkFrame.h"
-
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -153,28 +150,14 @@ void runFor(ResultPromise& promise, const Half& half) {
 }
 }  // namespace
 
-bool Attribute::askFirst(std::shared_ptr<ObserverInfo> newValue,
-                         const std::shared_ptr<ObservingObject>& initiator,
-                         std::vector<NotificationResult>* results) {
-    const WalkFrame frame(*this);
-    const ObserverInfo& content = *newValue;
-    const char* const announced = typeid(content).name();
-    addNotifyInfo(std::move(newValue));
-    preTouch(initiator, results);
-    if (frame.isGone()) return false;  // an observer ended the attribute: nothing is left to change
-    const NotifyInfoTable* const table = NotifyInfoTable::current();
-    if (!table || table->hasOnly(*this, announced)) return true;  // as nearly always
-    if (!hasNotifyInfo(typeid(InfoFailed))) return true;
-    removeNotifyInfos(false);
-    return false;
-}
-
-bool Attribute::runPreHalf(std::shared_ptr<ObserverInfo> newValue,
+bool Attribute::runPreHalf(const std::type_info& announced,
+                           std::shared_ptr<ObserverInfo> newValue,
                            const std::shared_ptr<ObservingObject>& initiator,
                            ResultPromise& preResults) {
     bool accepted = true;
     runFor(preResults, [&](Results* results) {
-        if (newValue) accepted = askFirst(std::move(newValue), initiator, results);
+        if (newValue)
+            accepted = askFirst(announced, std::move(newValue), initiator, results);
     });
     return accepted;
 }

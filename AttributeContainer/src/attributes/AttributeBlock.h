@@ -16,8 +16,7 @@ namespace QOR::AttributeContainer {
 class QOR_API AttributeBlock {
 public:
     /// What an attribute of type `A` takes: itself and the counts of its owners.
-    template <class A>
-    static constexpr std::size_t roomFor() {
+    template <class A> static constexpr std::size_t roomFor() {
         return aligned(sizeof(A) + 3 * sizeof(void*));
     }
 
@@ -27,8 +26,7 @@ public:
     ~AttributeBlock();
 
     /// A new attribute with the value and the relations of `source`, if there is one.
-    template <class A, class Source>
-    std::shared_ptr<A> create(const Source& source) {
+    template <class A, class Source> std::shared_ptr<A> create(const Source& source) {
         return std::allocate_shared<A>(Allocator<A>(*piece), piece->place, source);
     }
 
@@ -58,18 +56,15 @@ private:
         std::atomic<std::ptrdiff_t> numUsers{open};
     };
 
-    template <class T>
-    struct Allocator {
+    template <class T> struct Allocator {
         using value_type = T;
 
         explicit Allocator(Piece& piece) : piece(&piece) {}
-        template <class U>
-        Allocator(const Allocator<U>& other) : piece(other.piece) {}
+        template <class U> Allocator(const Allocator<U>& other) : piece(other.piece) {}
 
         T* allocate(std::size_t n) { return static_cast<T*>(piece->take(n * sizeof(T))); }
         void deallocate(T* memory, std::size_t n) { piece->giveBack(memory, n * sizeof(T)); }
-        template <class U>
-        bool operator==(const Allocator<U>& other) const {
+        template <class U> bool operator==(const Allocator<U>& other) const {
             return piece == other.piece;
         }
 

@@ -86,6 +86,21 @@ void Observable::finishWalk(const ObserverList* list) {
     }
 }
 
+bool Observable::askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo> info,
+                          const Initiator& initiator, std::vector<NotificationResult>* results) {
+    const WalkFrame frame(*this);
+    params.setFlag(ParamsEx::postCleanupPending, true);
+    if (NotifyInfoTable* const table = NotifyInfoTable::make())
+        table->store(*this, announced, std::move(info));
+    preTouch(initiator, results);
+    if (frame.isGone()) return false;  // an observer ended this object: nothing is left to change
+    const NotifyInfoTable* const table = NotifyInfoTable::current();
+    if (!table || table->hasOnly(*this, announced.name())) return true;  // as nearly always
+    if (!hasNotifyInfo(typeid(InfoFailed))) return true;
+    removeNotifyInfos(false);
+    return false;
+}
+
 // Notify infos --------------------------------------------------------------------------------
 
 bool Observable::addNotifyInfo(std::shared_ptr<ObserverInfo> info) {
@@ -93,7 +108,8 @@ bool Observable::addNotifyInfo(std::shared_ptr<ObserverInfo> info) {
     params.setFlag(ParamsEx::postCleanupPending, true);
     NotifyInfoTable* const table = NotifyInfoTable::make();
     if (!table) return false;
-    table->store(*this, std::move(info));
+    const ObserverInfo& content = *info;
+    table->store(*this, typeid(content), std::move(info));
     return true;
 }
 

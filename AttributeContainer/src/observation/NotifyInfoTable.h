@@ -5,10 +5,12 @@
 
 #include <AttributeContainer/ThreadWord.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <typeindex>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace QOR::AttributeContainer {
@@ -22,6 +24,8 @@ class Observable;
 /// from its end. Where infos stay beyond their change and fill it, further observables go to a map.
 class NotifyInfoTable {
 public:
+    NotifyInfoTable() { recent.reserve(maxRecent); }
+
     /// The table of this thread; null until the first use, and again when the thread has ended it.
     static NotifyInfoTable* current() { return ofThread; }
     /// The table of this thread, made at first use; null only when the thread is ending.
@@ -30,12 +34,21 @@ public:
     /// The info of that type, where it lies; null when there is none. Lasts until the next change
     /// of the table.
     const std::shared_ptr<ObserverInfo>* find(const Observable& observable,
-                                              const std::type_index& type) const;
+                                              const std::type_index& type) const {
+        const Entries& entries = *entriesOf(observable);
+        const std::size_t found = findEntry(entries, observable, type);
+        return found != none ? &entries[found].info : nullptr;
+    }
     /// Whether nothing hangs on the observable but an info of that type, named as its own
     /// `type_info` names it. Quick; may be false where another module names the type.
-    bool hasOnly(const Observable& observable, const char* typeName) const;
-    /// Stores an info in the place of an earlier one of its type.
-    void store(const Observable& observable, std::shared_ptr<ObserverInfo> info);
+    bool hasOnly(const Observable& observable, const char* typeName) const {
+        for (const Entry& entry : *entriesOf(observable))
+            if (entry.observable == &observable && entry.type.name() != typeName) return false;
+        return true;
+    }
+    /// Stores an info of that type in the place of an earlier one.
+    void store(const Observable& observable, const std::type_index& type,
+               std::shared_ptr<ObserverInfo> info);
     /// Takes out the info of that type. \return an empty pointer when there is none.
     std::shared_ptr<ObserverInfo> take(const Observable& observable, const std::type_index& type);
     /// Takes out all infos, or those that expire. \return how many.
@@ -52,12 +65,25 @@ private:
     using Entries = std::vector<Entry>;
     struct Owner;
     static constexpr std::size_t maxRecent = 16;
+    static constexpr std::size_t none = ~std::size_t{0};
 
     /// The entries among which those of an observable are, all of them.
-    const Entries* entriesOf(const Observable& observable) const;
-    Entries* entriesOf(const Observable& observable);
+    const Entries* entriesOf(const Observable& observable) const {
+        return further.empty() ? &recent : placeAmongFurther(observable);
+    }
+    Entries* entriesOf(const Observable& observable) {
+        return const_cast<Entries*>(std::as_const(*this).entriesOf(observable));
+    }
+    const Entries* placeAmongFurther(const Observable& observable) const;
     Entries& placeFor(const Observable& observable);
-    void forgetEmpty(const Observable& observable, const Entries& entries);
+    /// The entry of an observable and a type, looked for from the last one down.
+    static std::size_t findEntry(const Entries& entries, const Observable& observable,
+                                 const std::type_index& type) {
+        for (std::size_t i = entries.size(); i-- > 0;)
+            if (entries[i].observable == &observable && entries[i].type == type) return i;
+        return none;
+    }
+    std::shared_ptr<ObserverInfo> takeOut(Entries& entries, std::size_t index);
 
     static NotifyInfoTable* makeAnew();
 
@@ -66,5 +92,53 @@ private:
     Entries recent;
     std::unordered_map<const Observable*, Entries> further;
 };
+
+// In place for the one file that runs changes -------------------------------------------------
+
+// Where one info of an observable is, the next one goes too.
+inline NotifyInfoTable::Entries& NotifyInfoTable::placeFor(const Observable& observable) {
+    Entries& entries = *entriesOf(observable);
+    if (&entries != &recent || recent.size() < maxRecent) return entries;
+    const bool isKnown = std::ranges::find(recent, &observable, &Entry::observable) != recent.end();
+    return isKnown ? recent : further[&observable];
+}
+
+inline void NotifyInfoTable::store(const Observable& observable, const std::type_index& type,
+                                   std::shared_ptr<ObserverInfo> info) {
+    Entries& entries = placeFor(observable);
+    const std::size_t same = findEntry(entries, observable, type);
+    if (same == none) {
+        entries.push_back({&observable, type, std::move(info)});
+    } else {
+        std::swap(entries[same].info,
+                  info);  // the former one ends behind the last use of the entry
+    }
+}
+
+inline std::shared_ptr<ObserverInfo> NotifyInfoTable::takeOut(Entries& entries, std::size_t index) {
+    const Observable& observable = *entries[index].observable;
+    auto taken = std::move(entries[index].info);
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
+    if (&entries != &recent && entries.empty()) further.erase(&observable);
+    return taken;
+}
+
+inline std::size_t NotifyInfoTable::drop(const Observable& observable, bool all) {
+    const auto leaves = [&](const Entry& entry) {
+        return entry.observable == &observable && (all || entry.info->willExpire());
+    };
+    const Entries& entries = *entriesOf(observable);
+    const auto numLeaving =
+        static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), leaves));
+    // One by one, and each looked for anew: the end of an info may run foreign code, and that may
+    // change the table.
+    for (std::size_t i = 0; i < numLeaving; ++i) {
+        Entries& left = *entriesOf(observable);
+        const auto next = std::ranges::find_if(left, leaves);
+        if (next == left.end()) return i;
+        const auto ended = takeOut(left, static_cast<std::size_t>(next - left.begin()));
+    }
+    return numLeaving;
+}
 
 }  // namespace QOR::AttributeContainer

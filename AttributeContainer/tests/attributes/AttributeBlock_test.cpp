@@ -18,13 +18,11 @@ namespace {
 
 constexpr std::optional<std::reference_wrapper<const Attribute>> noSource;
 
-template <class T>
-std::shared_ptr<HardCodedAttr<T>> createIn(AttributeBlock& block) {
+template <class T> std::shared_ptr<HardCodedAttr<T>> createIn(AttributeBlock& block) {
     return block.create<HardCodedAttr<T>>(noSource);
 }
 
-template <class T>
-constexpr std::size_t roomFor = AttributeBlock::roomFor<HardCodedAttr<T>>();
+template <class T> constexpr std::size_t roomFor = AttributeBlock::roomFor<HardCodedAttr<T>>();
 
 std::size_t distance(const Attribute& a, const Attribute& b) {
     const auto first = reinterpret_cast<std::uintptr_t>(&a);
