@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <typeinfo>
 
 namespace QOR::AttributeContainer {
 
@@ -42,7 +43,8 @@ public:
 
     /// The number of differences. It forgets those of the comparison before.
     ///
-    /// Costs one look-up by name for each attribute and field.
+    /// Costs one look-up by name for each field, and for each attribute that is not declared by a
+    /// class which both containers are of.
     /// \throws std::bad_typeid for an attribute that one side alone has, where the mode has
     /// `withTolerance` and lets that attribute count.
     std::uint64_t compare(const AttrContainer& first, const AttrContainer& second) const;
@@ -69,12 +71,20 @@ protected:
 
 private:
     std::uint64_t compareAttributes(const AttrContainer& first, const AttrContainer& second) const;
+    /// Compares the attributes that both containers declare in the same places.
+    /// \return their number: none where the classes differ, or one of them is not there.
+    std::uint64_t compareInPlace(const AttrContainer& first, const AttrContainer& second,
+                                 std::uint64_t& numDifferences) const;
+    bool isFoundInPlace(const AttrContainer& container) const;
     std::uint64_t compareFields(const AttrContainer& first, const AttrContainer& second) const;
     bool isActive(const AttrContainer& container, std::uint64_t token) const;
 
     int categories;
     int compareMode;
     mutable std::deque<OptionalContainer> fieldStack;
+    // The last class that was looked at, and whether each name of its table leads to its own row.
+    mutable const std::type_info* knownClass = nullptr;
+    mutable bool isKnownInPlace = false;
 };
 
 }  // namespace QOR::AttributeContainer

@@ -284,6 +284,7 @@ protected:
 
 private:
     class ObserverObservable;
+    friend class AttrContComparer;  // looks at attributes without a share of them
     friend class ContainerReader;  // reads the parts of a container one by one
     friend class FieldReader;
     friend class ContainerWriter;

@@ -132,9 +132,16 @@ struct OtherPrecision<Vec3d<double>> {
 };
 }  // namespace detail
 
+// Two of one class are of one type; only others need the search through their bases.
+template <AttrValue T>
+const Attr<T>* Attr<T>::asSameType(const Attribute& other) const {
+    if (typeid(other) == typeid(*this)) return static_cast<const Attr<T>*>(&other);
+    return dynamic_cast<const Attr<T>*>(&other);
+}
+
 template <AttrValue T>
 Attr<T>& Attr<T>::operator=(const Attribute& other) {
-    if (const auto* const same = dynamic_cast<const Attr<T>*>(&other)) {
+    if (const auto* const same = asSameType(other)) {
         set(same->get());
         return *this;
     }
@@ -154,7 +161,7 @@ Attr<T>& Attr<T>::operator=(const Attribute& other) {
 
 template <AttrValue T>
 bool Attr<T>::operator==(const Attribute& other) const {
-    const auto* const same = dynamic_cast<const Attr<T>*>(&other);
+    const auto* const same = asSameType(other);
     return same && (same == this || sameValue(get(), same->get()));
 }
 

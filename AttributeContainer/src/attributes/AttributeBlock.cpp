@@ -13,16 +13,16 @@
 namespace QOR::AttributeContainer {
 
 AttributeBlock::AttributeBlock(const AttrContainer& container, std::size_t room)
-    : piece(new (::operator new(aligned(sizeof(Piece)) + room)) Piece(container, room)) {}
+    : piece(new (::operator new(inUnits(sizeof(Piece)) + room)) Piece(container, room)) {}
 
 AttributeBlock::~AttributeBlock() { piece->close(); }
 
 std::byte* AttributeBlock::Piece::begin() {
-    return reinterpret_cast<std::byte*>(this) + aligned(sizeof(Piece));
+    return reinterpret_cast<std::byte*>(this) + inUnits(sizeof(Piece));
 }
 
 void* AttributeBlock::Piece::take(std::size_t size) {
-    const std::size_t taken = aligned(size);
+    const auto taken = static_cast<std::uint32_t>(inUnits(size));
     void* const memory = taken > roomLeft ? ::operator new(size) : begin() + roomTaken;
     ++numTaken;
     if (taken > roomLeft) return memory;
@@ -41,7 +41,7 @@ void AttributeBlock::Piece::giveBack(void* memory, [[maybe_unused]] std::size_t 
     drop(1);
 }
 
-void AttributeBlock::Piece::drop(std::ptrdiff_t numLeaving) {
+void AttributeBlock::Piece::drop(std::int32_t numLeaving) {
     if (numUsers.fetch_sub(numLeaving, std::memory_order_acq_rel) != numLeaving) return;
     ASAN_UNPOISON_MEMORY_REGION(begin(), roomTaken);
     this->~Piece();

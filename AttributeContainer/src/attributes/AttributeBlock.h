@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 namespace QOR::AttributeContainer {
@@ -17,7 +18,7 @@ class QOR_API AttributeBlock {
 public:
     /// What an attribute of type `A` takes: itself and the counts of its owners.
     template <class A> static constexpr std::size_t roomFor() {
-        return aligned(sizeof(A) + 3 * sizeof(void*));
+        return inUnits(sizeof(A) + 3 * sizeof(void*));
     }
 
     AttributeBlock(const AttrContainer& container, std::size_t room);
@@ -27,6 +28,7 @@ public:
 
     /// A new attribute with the value and the relations of `source`, if there is one.
     template <class A, class Source> std::shared_ptr<A> create(const Source& source) {
+        static_assert(alignof(A) <= unit);
         return std::allocate_shared<A>(Allocator<A>(*piece), piece->place, source);
     }
 
@@ -34,7 +36,7 @@ private:
     class QOR_API Piece {
     public:
         explicit Piece(const AttrContainer& container, std::size_t room)
-            : place{ContainerLink(container), true}, roomLeft(room) {}
+            : place{ContainerLink(container), true}, roomLeft(static_cast<std::uint32_t>(room)) {}
 
         void* take(std::size_t size);
         void giveBack(void* memory, std::size_t size);
@@ -45,15 +47,15 @@ private:
 
     private:
         // More than a table has rows: what is open has not ended, whatever was given back.
-        static constexpr std::ptrdiff_t open = 1 << 30;
+        static constexpr std::int32_t open = 1 << 30;
 
         std::byte* begin();
-        void drop(std::ptrdiff_t numLeaving);
+        void drop(std::int32_t numLeaving);
 
-        std::size_t roomLeft;
-        std::size_t roomTaken = 0;
-        std::ptrdiff_t numTaken = 0;
-        std::atomic<std::ptrdiff_t> numUsers{open};
+        std::uint32_t roomLeft;
+        std::uint32_t roomTaken = 0;
+        std::int32_t numTaken = 0;
+        std::atomic<std::int32_t> numUsers{open};
     };
 
     template <class T> struct Allocator {
@@ -71,8 +73,10 @@ private:
         Piece* piece;
     };
 
-    static constexpr std::size_t aligned(std::size_t size) {
-        constexpr std::size_t unit = alignof(std::max_align_t);
+    // No value of an attribute needs more.
+    static constexpr std::size_t unit = alignof(std::uint64_t);
+
+    static constexpr std::size_t inUnits(std::size_t size) {
         return (size + unit - 1) / unit * unit;
     }
 

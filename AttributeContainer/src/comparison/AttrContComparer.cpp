@@ -81,7 +81,9 @@ std::uint64_t AttrContComparer::compareAttributes(const AttrContainer& first,
                                                   const AttrContainer& second) const {
     std::uint64_t numDifferences = 0;
     TokenSet matched;
-    for (std::uint64_t token = 0; token < first.getNumAttributes(); ++token) {
+    const std::uint64_t numInPlace = compareInPlace(first, second, numDifferences);
+    matched.insertBelow(numInPlace);
+    for (std::uint64_t token = numInPlace; token < first.getNumAttributes(); ++token) {
         const auto a = first.getAttribute(token).lock();
         if (!a) continue;
         const std::uint64_t counterpart = second.getAttrToken(a->getName());
@@ -106,6 +108,35 @@ std::uint64_t AttrContComparer::compareAttributes(const AttrContainer& first,
         if (b) numDifferences += handleAttributes(nullptr, b.get());
     }
     return numDifferences;
+}
+
+std::uint64_t AttrContComparer::compareInPlace(const AttrContainer& first,
+                                               const AttrContainer& second,
+                                               std::uint64_t& numDifferences) const {
+    if (typeid(first) != typeid(second)) return 0;
+    const std::uint64_t number = first.getNumHardCodedAttributes();
+    if (number != second.getNumHardCodedAttributes() || !isFoundInPlace(first)) return 0;
+    for (std::uint64_t token = 0; token < number; ++token)
+        if (!first.attributeAt(token) || !second.attributeAt(token)) return 0;
+    for (std::uint64_t token = 0; token < number; ++token) {
+        const Attribute& a = *first.attributeAt(token);
+        const Attribute& b = *second.attributeAt(token);
+        if (a != b && isActive(first, token)) numDifferences += handleAttributes(&a, &b);
+    }
+    return number;
+}
+
+bool AttrContComparer::isFoundInPlace(const AttrContainer& container) const {
+    if (knownClass == &typeid(container)) return isKnownInPlace;
+    const auto leadsToItself = [&](std::uint64_t token) {
+        const auto name = container.getAttrName(token);
+        return name && container.getAttrToken(*name) == token;
+    };
+    isKnownInPlace = true;
+    for (std::uint64_t token = 0; token < container.getNumHardCodedAttributes(); ++token)
+        if (!leadsToItself(token)) isKnownInPlace = false;
+    knownClass = &typeid(container);
+    return isKnownInPlace;
 }
 
 std::uint64_t AttrContComparer::compareFields(const AttrContainer& first,

@@ -21,6 +21,10 @@ public:
         if (index >= others.size()) others.resize(index + 1);
         others[index] = true;
     }
+    /// Inserts the first `number` tokens.
+    void insertBelow(std::uint64_t number) {
+        for (std::uint64_t token = 0; token < number; ++token) insert(token);
+    }
     bool contains(std::uint64_t token) const {
         if (token < numInline) return (first >> token & 1) != 0;
         return token - numInline < others.size() && others[token - numInline];

@@ -22,9 +22,8 @@ bool isNameCharacter(char character) {
 }  // namespace
 
 std::string AttrContainer::getName() const {
-    const auto* const attribute =
-        dynamic_cast<const Attr<std::string>*>(attrList ? attrList->get(0).get() : nullptr);
-    return attribute ? attribute->get() : std::string{};
+    const Attribute* const attribute = attrList ? attrList->get(0).get() : nullptr;
+    return attribute ? static_cast<const Attr<std::string>&>(*attribute).get() : std::string{};
 }
 
 const std::string& AttrContainer::name() const {
