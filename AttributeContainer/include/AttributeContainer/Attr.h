@@ -29,7 +29,8 @@ public:
     /// until the next change.
     const T& get() const {
         // The holder is made here and is of no derived class, so that no virtual call is needed.
-        return (tempFlags() & cachedAttributePending) == 0 ? *value.AttrVal<T>::read() : getCached();
+        return (tempFlags() & cachedAttributePending) == 0 ? *value->AttrVal<T>::read()
+                                                           : getCached();
     }
     /// Changes the value, with no initiator. A refusal is silent: the value is the old one then.
     void set(const T& newValue);
@@ -60,6 +61,10 @@ public:
 
 protected:
     explicit Attr(const std::optional<std::reference_wrapper<const Attribute>>& source);
+    /// Takes a holder that lies beside the attribute in memory; `endValue` ends it.
+    Attr(const std::optional<std::reference_wrapper<const Attribute>>& source, AttrVal<T>& holder);
+    /// Ends the value ahead of the attribute, without giving back the memory of the holder.
+    void endValue();
 
 private:
     const T& getCached() const;
@@ -69,7 +74,7 @@ private:
     /// A text was stored; called for no other type.
     virtual void stored() const {}
 
-    AttrVal<T> value;
+    std::unique_ptr<AttrVal<T>> value;  // a pointer, so that attributes of all types are alike
 };
 
 /// Two typed attributes compare as attributes do; unlike types are unequal.
@@ -101,6 +106,7 @@ protected:
     explicit HardCodedAttribute(const Place& shared) : place(&shared) {}
 
     const ContainerLink& container() const { return place->container; }
+    bool isPlaceShared() const { return place->isShared; }
 
     std::string getName(const Attribute& attribute) const;
     std::uint64_t getToken(const Attribute& attribute) const;
@@ -136,8 +142,8 @@ class QOR_API HardCodedAttr final : public Attr<T>, public HardCodedAttribute {
 public:
     HardCodedAttr(const AttrContainer& container,
                   const std::optional<std::reference_wrapper<const Attribute>>& source);
-    /// One of the attributes of a shared place, which outlives them.
-    HardCodedAttr(const HardCodedAttribute::Place& shared,
+    /// One of the attributes of a shared place, which outlives them, as does the memory of `holder`.
+    HardCodedAttr(const HardCodedAttribute::Place& shared, AttrVal<T>& holder,
                   const std::optional<std::reference_wrapper<const Attribute>>& source);
     ~HardCodedAttr() override;
 

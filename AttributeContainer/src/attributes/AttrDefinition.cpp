@@ -28,7 +28,7 @@ std::shared_ptr<Attribute> make(const Source& source, const Attribute::Location&
 
 template <class T>
 std::shared_ptr<Attribute> makeIn(const Source& source, AttributeBlock& block) {
-    return block.create<HardCodedAttr<T>>(source);
+    return block.create<T>(source);
 }
 
 constexpr auto makers = [] {
@@ -39,7 +39,7 @@ constexpr auto makers = [] {
         maker.make = make<T>;
         if constexpr (Row::isCreated) {
             maker.makeIn = makeIn<T>;
-            maker.room = AttributeBlock::roomFor<HardCodedAttr<T>>();
+            maker.room = AttributeBlock::roomFor<T>();
         }
     });
     return table;

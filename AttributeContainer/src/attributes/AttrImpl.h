@@ -26,7 +26,17 @@ inline constinit Nobody nobody;
 
 template <AttrValue T>
 Attr<T>::Attr(const std::optional<std::reference_wrapper<const Attribute>>& source)
-    : Attribute(source) {}
+    : Attribute(source), value(std::make_unique<AttrVal<T>>()) {}
+
+template <AttrValue T>
+Attr<T>::Attr(const std::optional<std::reference_wrapper<const Attribute>>& source,
+              AttrVal<T>& holder)
+    : Attribute(source), value(&holder) {}
+
+template <AttrValue T>
+void Attr<T>::endValue() {
+    std::destroy_at(value.release());
+}
 
 template <AttrValue T>
 Attr<T>::~Attr() = default;
@@ -44,14 +54,14 @@ const std::string& Attr<T>::getClassName() const {
 template <AttrValue T>
 const T& Attr<T>::getCached() const {
     if (const auto cached = std::dynamic_pointer_cast<Attr<T>>(lookupCachedAttribute()))
-        return *cached->value.AttrVal<T>::read();  // the info keeps it while it is pending
-    return *value.AttrVal<T>::read();
+        return *cached->value->AttrVal<T>::read();  // the info keeps it while it is pending
+    return *value->AttrVal<T>::read();
 }
 
 template <AttrValue T>
 void Attr<T>::store(const T& newValue) {
-    if (value.AttrVal<T>::read() == &newValue) return;
-    *value.AttrVal<T>::access() = newValue;
+    if (value->AttrVal<T>::read() == &newValue) return;
+    *value->AttrVal<T>::access() = newValue;
     if constexpr (std::same_as<T, std::string>) stored();
 }
 
@@ -101,7 +111,7 @@ void Attr<T>::touch(const std::shared_ptr<ObservingObject>& initiator,
     if (tempFlags() != 0) {
         if (isCachedAttributePending()) {
             const auto cached = std::dynamic_pointer_cast<Attr<T>>(takeCachedAttribute());
-            if (cached) store(*cached->value.AttrVal<T>::read());
+            if (cached) store(*cached->value->AttrVal<T>::read());
         }
         if (isObservingBlocked()) return;
     }
@@ -175,14 +185,22 @@ HardCodedAttr<T>::HardCodedAttr(const AttrContainer& container,
 }
 
 template <AttrValue T>
-HardCodedAttr<T>::HardCodedAttr(const HardCodedAttribute::Place& shared,
+HardCodedAttr<T>::HardCodedAttr(const HardCodedAttribute::Place& shared, AttrVal<T>& holder,
                                 const std::optional<std::reference_wrapper<const Attribute>>& source)
-    : Attr<T>(source), HardCodedAttribute(shared) {
-    if (source) Attr<T>::operator=(source->get());
+    : Attr<T>(source, holder), HardCodedAttribute(shared) {
+    if (!source) return;
+    try {
+        Attr<T>::operator=(source->get());
+    } catch (...) {
+        Attr<T>::endValue();  // what is not made is not ended as a whole
+        throw;
+    }
 }
 
 template <AttrValue T>
-HardCodedAttr<T>::~HardCodedAttr() = default;
+HardCodedAttr<T>::~HardCodedAttr() {
+    if (isPlaceShared()) Attr<T>::endValue();
+}
 
 template <AttrValue T>
 Attribute::Location HardCodedAttr<T>::getLocation() const {

@@ -13,7 +13,8 @@
 namespace QOR::AttributeContainer {
 
 AttributeBlock::AttributeBlock(const AttrContainer& container, std::size_t room)
-    : piece(new (::operator new(inUnits(sizeof(Piece)) + room)) Piece(container, room)) {}
+    : container(container),
+      piece(new (::operator new(inUnits(sizeof(Piece)) + room)) Piece(container, room)) {}
 
 AttributeBlock::~AttributeBlock() { piece->close(); }
 
@@ -23,11 +24,16 @@ std::byte* AttributeBlock::Piece::begin() {
 
 void* AttributeBlock::Piece::take(std::size_t size) {
     const auto taken = static_cast<std::uint32_t>(inUnits(size));
-    void* const memory = taken > roomLeft ? ::operator new(size) : begin() + roomTaken;
-    ++numTaken;
-    if (taken > roomLeft) return memory;
+    void* const memory = begin() + roomTaken;
     roomTaken += taken;
     roomLeft -= taken;
+    return memory;
+}
+
+void* AttributeBlock::Piece::takeCounted(std::size_t size) {
+    // Another library's counts may be larger than the room that was reckoned for them.
+    void* const memory = hasRoom(inUnits(size)) ? take(size) : ::operator new(size);
+    ++numTaken;
     return memory;
 }
 

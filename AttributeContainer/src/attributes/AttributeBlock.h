@@ -7,18 +7,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 
 namespace QOR::AttributeContainer {
 
-/// Makes attributes in one piece of memory, beside what they share: their place.
+/// Makes attributes in one piece of memory, their values with them, beside what they share: their
+/// place.
 ///
 /// Each attribute is owned by shared pointers of its own and ends by itself; the piece goes back
 /// when the last of them has, and this is gone. What does not fit in gets memory of its own.
 class QOR_API AttributeBlock {
 public:
-    /// What an attribute of type `A` takes: itself and the counts of its owners.
-    template <class A> static constexpr std::size_t roomFor() {
-        return inUnits(sizeof(A) + 3 * sizeof(void*));
+    /// What an attribute of `T` takes: its value, itself and the counts of its owners.
+    template <class T> static constexpr std::size_t roomFor() {
+        return inUnits(sizeof(AttrVal<T>)) + inUnits(sizeof(HardCodedAttr<T>) + 3 * sizeof(void*));
     }
 
     AttributeBlock(const AttrContainer& container, std::size_t room);
@@ -27,18 +29,25 @@ public:
     ~AttributeBlock();
 
     /// A new attribute with the value and the relations of `source`, if there is one.
-    template <class A, class Source> std::shared_ptr<A> create(const Source& source) {
-        static_assert(alignof(A) <= unit);
-        return std::allocate_shared<A>(Allocator<A>(*piece), piece->place, source);
+    template <class T, class Source>
+    std::shared_ptr<HardCodedAttr<T>> create(const Source& source) {
+        using Made = HardCodedAttr<T>;
+        static_assert(alignof(AttrVal<T>) <= unit && alignof(Made) <= unit);
+        if (!piece->hasRoom(roomFor<T>())) return std::make_shared<Made>(container, source);
+        auto* const holder = new (piece->take(sizeof(AttrVal<T>))) AttrVal<T>;
+        return std::allocate_shared<Made>(Allocator<Made>(*piece), piece->place, *holder, source);
     }
 
 private:
     class QOR_API Piece {
     public:
-        explicit Piece(const AttrContainer& container, std::size_t room)
+        Piece(const AttrContainer& container, std::size_t room)
             : place{ContainerLink(container), true}, roomLeft(static_cast<std::uint32_t>(room)) {}
 
+        bool hasRoom(std::size_t size) const { return size <= roomLeft; }
         void* take(std::size_t size);
+        /// Room that is given back, for an attribute and its counts.
+        void* takeCounted(std::size_t size);
         void giveBack(void* memory, std::size_t size);
         /// Nothing more is taken.
         void close() { drop(open - numTaken); }
@@ -64,7 +73,7 @@ private:
         explicit Allocator(Piece& piece) : piece(&piece) {}
         template <class U> Allocator(const Allocator<U>& other) : piece(other.piece) {}
 
-        T* allocate(std::size_t n) { return static_cast<T*>(piece->take(n * sizeof(T))); }
+        T* allocate(std::size_t n) { return static_cast<T*>(piece->takeCounted(n * sizeof(T))); }
         void deallocate(T* memory, std::size_t n) { piece->giveBack(memory, n * sizeof(T)); }
         template <class U> bool operator==(const Allocator<U>& other) const {
             return piece == other.piece;
@@ -80,6 +89,7 @@ private:
         return (size + unit - 1) / unit * unit;
     }
 
+    const AttrContainer& container;
     Piece* piece;
 };
 

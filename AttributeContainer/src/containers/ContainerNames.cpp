@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cwctype>
+#include <typeinfo>
 
 namespace QOR::AttributeContainer {
 
@@ -23,7 +24,12 @@ bool isNameCharacter(char character) {
 
 std::string AttrContainer::getName() const {
     const Attribute* const attribute = attrList ? attrList->get(0).get() : nullptr;
-    return attribute ? static_cast<const Attr<std::string>&>(*attribute).get() : std::string{};
+    if (!attribute) return {};
+    // As nearly always; the search through the bases costs many times as much.
+    if (typeid(*attribute) == typeid(HardCodedAttr<std::string>))
+        return static_cast<const Attr<std::string>&>(*attribute).get();
+    const auto* const text = dynamic_cast<const Attr<std::string>*>(attribute);
+    return text ? text->get() : std::string{};
 }
 
 const std::string& AttrContainer::name() const {

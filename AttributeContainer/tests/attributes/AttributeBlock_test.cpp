@@ -19,14 +19,14 @@ namespace {
 constexpr std::optional<std::reference_wrapper<const Attribute>> noSource;
 
 template <class T> std::shared_ptr<HardCodedAttr<T>> createIn(AttributeBlock& block) {
-    return block.create<HardCodedAttr<T>>(noSource);
+    return block.create<T>(noSource);
 }
 
-template <class T> constexpr std::size_t roomFor = AttributeBlock::roomFor<HardCodedAttr<T>>();
+template <class T> constexpr std::size_t roomFor = AttributeBlock::roomFor<T>();
 
-std::size_t distance(const Attribute& a, const Attribute& b) {
-    const auto first = reinterpret_cast<std::uintptr_t>(&a);
-    const auto second = reinterpret_cast<std::uintptr_t>(&b);
+std::size_t distance(const void* a, const void* b) {
+    const auto first = reinterpret_cast<std::uintptr_t>(a);
+    const auto second = reinterpret_cast<std::uintptr_t>(b);
     return first < second ? second - first : first - second;
 }
 
@@ -37,7 +37,10 @@ TEST(AttributeBlock, HoldsAttributesSideBySide) {
     AttributeBlock block(*object, roomFor<double> + roomFor<std::string>);
     const auto number = createIn<double>(block);
     const auto text = createIn<std::string>(block);
-    EXPECT_LE(distance(*number, *text), roomFor<double>);
+    constexpr auto room = roomFor<double> + roomFor<std::string>;
+    EXPECT_LE(distance(number.get(), text.get()), room);
+    EXPECT_LE(distance(number.get(), &number->get()), room);
+    EXPECT_LE(distance(text.get(), &text->get()), room);
     number->set(2.5);
     text->set("a text that is too long for the inside of a string object");
     EXPECT_EQ(number->get(), 2.5);
