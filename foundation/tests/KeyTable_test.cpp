@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
+#include <random>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -170,6 +174,52 @@ TEST(KeyTable, KeepsTheKeysOfOtherEntriesInPlace) {
 
     EXPECT_EQ(table.lookupKey(1), key);
     EXPECT_EQ(*key, "Name");
+}
+
+TEST(KeyTable, AnswersAsTwoMapsDoWhateverComesAndGoes) {
+    KeyTable table;
+    std::map<std::uint64_t, std::string> keys;
+    std::map<std::string, std::uint64_t> tokens;
+    std::minstd_rand random(1);
+    for (int i = 0; i < 20'000; ++i) {
+        const std::uint64_t token = random() % 60;
+        const std::string key(random() % 20, static_cast<char>('a' + random() % 3));
+        if (random() % 2 == 0) {
+            const bool isFree = !keys.contains(token) && !tokens.contains(key);
+            ASSERT_EQ(table.addEntry(token, key), isFree);
+            if (isFree) keys[token] = key;
+            if (isFree) tokens[key] = token;
+        } else if (const auto held = keys.find(token); held != keys.end()) {
+            const std::string old = held->second;
+            ASSERT_TRUE(table.rmEntry(token, old));
+            tokens.erase(old);
+            keys.erase(held);
+        }
+        const auto byKey = tokens.find(key);
+        const auto byToken = keys.find(token);
+        ASSERT_EQ(table.keyToToken(key), byKey != tokens.end() ? byKey->second : allOnes);
+        ASSERT_EQ(table.tokenToKey(token),
+                  byToken != keys.end() ? std::optional(byToken->second) : std::nullopt);
+        ASSERT_EQ(table.size(), keys.size());
+    }
+    const KeyTable copy = table;
+    for (const auto& [token, key] : keys) EXPECT_EQ(copy.tokenToKey(token), key);
+    for (const auto& [key, token] : tokens) EXPECT_EQ(copy.keyToToken(key), token);
+}
+
+TEST(KeyTable, FindsEachKeyOfAWindowOfTokensThatOnlyGoUp) {
+    KeyTable table;
+    for (std::uint64_t token = 0; token < 1000; ++token) {
+        ASSERT_TRUE(table.addEntry(token, std::to_string(token)));
+        if (token >= 3) {
+            ASSERT_TRUE(table.rmEntry(token - 3, std::to_string(token - 3)));
+            EXPECT_EQ(table.tokenToKey(token - 3), std::nullopt);
+            EXPECT_EQ(table.tokenToKey(token - 2), std::to_string(token - 2));
+        }
+        EXPECT_EQ(table.keyToToken(std::to_string(token)), token);
+        EXPECT_EQ(table.tokenToKey(token), std::to_string(token));
+    }
+    EXPECT_EQ(table.size(), 3u);
 }
 
 TEST(KeyTable, ACopyIsIndependent) {
