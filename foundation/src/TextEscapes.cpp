@@ -1,3 +1,5 @@
+#include <QOR/TextEscapes.h>
+
 #include <QOR/Text.h>
 
 #include "HexDigits.h"
@@ -11,8 +13,7 @@ namespace QOR {
 namespace {
 
 bool needsEscape(char character, bool quotes) {
-    const auto byte = static_cast<unsigned char>(character);
-    return byte < 0x20 || byte == 0x7f || character == '\\' || (quotes && character == '"');
+    return QOR::needsEscape(character) && (quotes || character != '"');
 }
 
 void appendEscape(std::string& text, char character) {

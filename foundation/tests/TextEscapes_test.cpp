@@ -1,3 +1,5 @@
+#include <QOR/TextEscapes.h>
+
 #include <QOR/Text.h>
 
 #include <gtest/gtest.h>
@@ -19,6 +21,19 @@ std::string unescaped(std::string text, bool quotes = true) {
 }
 
 int conversions(std::string text, bool quotes = true) { return escToControls(text, quotes); }
+
+TEST(NeedsEscapes, IsTrueOfTheTextsThatEscapingChangesWhereverTheCharacterStands) {
+    for (int code = 0; code < 256; ++code) {
+        for (std::size_t size = 1; size <= 20; ++size) {
+            for (std::size_t position = 0; position < size; ++position) {
+                std::string text(size, static_cast<char>(0x80 + size));
+                text[position] = static_cast<char>(code);
+                ASSERT_EQ(needsEscapes(text), escaped(text) != text) << code << ' ' << position;
+            }
+        }
+    }
+    EXPECT_FALSE(needsEscapes(""));
+}
 
 TEST(ControlsToEsc, SpellsControlCharactersQuotesAndBackslashes) {
     EXPECT_EQ(escaped("a\nb"), R"(a\nb)");

@@ -4,9 +4,11 @@
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/DataOutFormat.h>
 #include <AttributeContainer/ModelFormat.h>
-#include <AttributeContainer/WriteToScope.h>
+#include <AttributeContainer/ModelOutFormat.h>
+#include <AttributeContainer/WriteContext.h>
 
 #include "attributes/SameValue.h"
+#include "persistence/TextLines.h"
 
 #include <utility>
 
@@ -32,14 +34,17 @@ ErrorPtr Attr<T>::writeTo(std::ostream& stream,
     if (!context) return QOR_ERROR(ContextMissing, "Attr::writeTo");
     const T& current = get();
     if (detail::isWritten(current, *context)) {
-        WriteToScope scope(stream, context);
         const int format = context->getFormat();
         if (format == ModelFormat::XmlV1) {
             DataOutFormat<T>(stream, format).put(current);
+        } else if (format == ModelFormat::Text) {
+            TextLines::putValue(stream, current);
         } else {
-            scope.getMof().startValue("Value");
+            ModelOutFormat mof(stream);
+            mof.setFormat(format);
+            mof.startValue("Value");
             DataOutFormat<T>(stream, format).put(current);
-            scope.getMof().endValue();
+            mof.endValue();
         }
     }
     if (!stream.good()) return QOR_ERROR(StreamFailed, "Attr::writeTo");

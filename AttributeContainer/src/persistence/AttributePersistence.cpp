@@ -3,8 +3,9 @@
 #include <AttributeContainer/DataInFormat.h>
 #include <AttributeContainer/DataOutFormat.h>
 #include <AttributeContainer/ModelFormat.h>
+#include <AttributeContainer/ModelOutFormat.h>
 #include <AttributeContainer/ReadFromScope.h>
-#include <AttributeContainer/WriteToScope.h>
+#include <AttributeContainer/WriteContext.h>
 
 #include <QOR/FirstWarning.h>
 
@@ -32,10 +33,11 @@ ErrorPtr Attribute::writeTo(std::ostream& stream,
     if (context->writeOnlyMarked() && !isMarked())
         return QOR_ERROR(AttributeNotMarked, "Attribute::writeTo");
     if (hasWriteFlag() && context->getFormat() != ModelFormat::XmlV1) {
-        WriteToScope scope(stream, context);
-        scope.getMof().startValue("Write");
+        ModelOutFormat mof(stream);
+        mof.setFormat(context->getFormat());
+        mof.startValue("Write");
         DataOutFormat<int>(stream, context->getFormat()).put(1);
-        scope.getMof().endValue();
+        mof.endValue();
     }
     if (!stream.good()) return QOR_ERROR(StreamFailed, "Attribute::writeTo");
     return Observable::writeTo(stream, std::move(context));
@@ -44,8 +46,8 @@ ErrorPtr Attribute::writeTo(std::ostream& stream,
 ErrorPtr Attribute::readBlock(std::istream& stream,
                               const std::shared_ptr<const ReadContextBase>& context,
                               bool& wasValueSeen) {
-    ReadFromScope scope(stream, context);
-    ModelInFormat& imf = scope.getImf();
+    ModelInFormat imf(stream);
+    imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
@@ -64,8 +66,8 @@ ErrorPtr Attribute::readBlock(std::istream& stream,
 ErrorPtr Attribute::readFrom(std::istream& stream,
                              std::shared_ptr<const ReadContextBase> context) {
     if (!context) return QOR_ERROR(ContextMissing, "Attribute::readFrom");
-    ReadFromScope scope(stream, context);
-    ModelInFormat& imf = scope.getImf();
+    ModelInFormat imf(stream);
+    imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;

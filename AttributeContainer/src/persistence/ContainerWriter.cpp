@@ -2,6 +2,7 @@
 #include <AttributeContainer/AttrCountMarkedVisitor.h>
 #include <AttributeContainer/DataOutFormat.h>
 #include <AttributeContainer/IFallbackObject.h>
+#include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
 #include <AttributeContainer/UnknownAttrContainer.h>
 #include <AttributeContainer/WriteToScope.h>
@@ -10,6 +11,7 @@
 #include <QOR/FirstWarning.h>
 
 #include "containers/ObserverObservable.h"
+#include "persistence/TextLines.h"
 
 #include <limits>
 #include <utility>
@@ -34,14 +36,21 @@ const std::string& classWord(const AttrContainer& container) {
 
 ErrorPtr writeAttribute(const Attribute& attribute, const std::string& name, std::ostream& stream,
                         const std::shared_ptr<const WriteContextBase>& context) {
-    WriteToScope scope(stream, context);
-    scope.getMof().startAttributeBlock(attribute.getClassName());
-    scope.getMof().startValue("Name");
-    DataOutFormat<std::string>(stream, context->getFormat()).put(name);
-    scope.getMof().endValue();
+    // Without a scope of its own, which would hold the context once more for each attribute.
+    ModelOutFormat mof(stream);
+    mof.setFormat(context->getFormat());
+    if (mof.getFormat() == ModelFormat::Text) {
+        TextLines::startAttribute(stream, attribute.getClassName(), name);
+    } else {
+        mof.startAttributeBlock(attribute.getClassName());
+        mof.startValue("Name");
+        DataOutFormat<std::string>(stream, mof.getFormat()).put(name);
+        mof.endValue();
+    }
     auto error = attribute.writeTo(stream, context);
     if (error && !error->isWarning()) return error;
-    scope.getMof().endBlock();
+    mof.setFormat(context->getFormat());
+    mof.endBlock();
     return error;
 }
 }  // namespace

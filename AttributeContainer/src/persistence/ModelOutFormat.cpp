@@ -5,14 +5,17 @@
 #include <AttributeContainer/Version.h>
 #include <QOR/Text.h>
 
+#include "persistence/StreamText.h"
+#include "persistence/TextLines.h"
+
 #include <ostream>
 
 namespace QOR::AttributeContainer {
 
 namespace {
 
-// The digits that numbers have where their codec asks for no more.
-constexpr std::streamsize standingPrecision = 8;
+// Between the name of an element and the value in it.
+constexpr std::string_view valueStart = " value=\"";
 
 // The entity of a character that may not stand in XML text; empty for all others.
 std::string_view entityOf(char character) {
@@ -26,22 +29,59 @@ std::string_view entityOf(char character) {
     }
 }
 
+void putBrace(StreamText& text) {
+    text.character(' ');
+    text.text(ModelFormat::START_OF_BLOCK_STR);
+    text.character(' ');
+}
+
+void putTagStart(StreamText& text, std::string_view name, std::string_view attributes) {
+    text.character('<');
+    text.text(name);
+    text.character(' ');
+    text.text(attributes);
+}
+
 }  // namespace
 
+void TextLines::startAttribute(std::ostream& stream, const std::string& className,
+                               const std::string& name) {
+    stream.precision(StreamText::standingPrecision);
+    StreamText text(stream, ModelFormat::Text);
+    text.endLine();
+    text.text(className);
+    putBrace(text);
+    text.endLine();
+    text.text("Name");
+    text.character(' ');
+    text.string(name);
+    text.finish();
+}
+
 ModelOutFormat& ModelOutFormat::startBlock(std::string_view name) {
+    StreamText text(stream, format);
     if (format == ModelFormat::Text) {
-        stream << std::endl << name << ' ' << ModelFormat::START_OF_BLOCK_STR << ' ';
+        text.endLine();
+        text.text(name);
+        putBrace(text);
+        text.finish();
         return *this;
     }
-    stream << '<' << name << '>' << std::endl;
+    text.character('<');
+    text.text(name);
+    text.character('>');
+    text.endLine();
     openBlocks.emplace_back(name);
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::startBlock(std::string_view name, std::string_view attributes) {
     if (format == ModelFormat::Text) return *this;
-    stream << '<' << name << ' ' << attributes << '>';
-    if (format == ModelFormat::XmlV2) stream << std::endl;
+    StreamText text(stream, format);
+    putTagStart(text, name, attributes);
+    text.character('>');
+    if (format == ModelFormat::XmlV2) text.endLine();
+    text.finish();
     openBlocks.emplace_back(name);
     return *this;
 }
@@ -54,7 +94,11 @@ ModelOutFormat& ModelOutFormat::startAttributeBlock(const std::string& attrClass
     // in the type, and it must stay. A negative count reaches to the end of the name.
     const auto type = attrClassName.substr(static_cast<std::size_t>(first + 1),
                                            static_cast<std::size_t>(last - first));
-    stream << "<Attr type=\"" << type << "\">" << std::endl;
+    StreamText text(stream, format);
+    text.text("<Attr type=\"");
+    text.text(type);
+    text.text("\">");
+    text.endLine();
     openBlocks.emplace_back("Attr");
     return *this;
 }
@@ -75,47 +119,67 @@ ModelOutFormat& ModelOutFormat::startBlockWithSize(std::string_view name, std::u
 }
 
 ModelOutFormat& ModelOutFormat::endBlock() {
+    StreamText text(stream, format);
     if (format == ModelFormat::Text) {
-        stream << std::endl << ModelFormat::END_OF_BLOCK_STR;
+        text.endLine();
+        text.text(ModelFormat::END_OF_BLOCK_STR);
+        text.finish();
         return *this;
     }
     if (openBlocks.empty()) return *this;
-    stream << "</" << openBlocks.back() << '>' << std::endl;
+    text.text("</");
+    text.text(openBlocks.back());
+    text.character('>');
+    text.endLine();
     openBlocks.pop_back();
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::startValue(std::string_view name) {
+    StreamText text(stream, format);
     if (format == ModelFormat::Text) {
-        stream << std::endl << name << ' ';
-        return *this;
+        text.endLine();
+        text.text(name);
+        text.character(' ');
+    } else {
+        text.character('<');
+        text.text(name);
+        text.text(valueStart);
     }
-    stream << '<' << name << " value=\"";
+    text.finish();
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::startValue(std::string_view name, std::string_view attributes) {
     if (format == ModelFormat::Text) return *this;
-    stream << '<' << name << ' ' << attributes << " value=\"";
+    StreamText text(stream, format);
+    putTagStart(text, name, attributes);
+    text.text(valueStart);
+    text.finish();
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::startValueAsString(const std::string& name) {
     if (format != ModelFormat::Text) return startValue(name);
-    stream.precision(standingPrecision);
-    stream << std::endl;
-    DataOutFormat<std::string>(stream, format).put(name);
-    stream << ' ';
+    stream.precision(StreamText::standingPrecision);
+    StreamText text(stream, format);
+    text.endLine();
+    text.string(name);
+    text.character(' ');
+    text.finish();
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::endValue() {
-    if (format != ModelFormat::Text) stream << "\" />" << std::endl;
+    if (format == ModelFormat::Text) return *this;
+    StreamText text(stream, format);
+    text.text("\" />");
+    text.endLine();
     return *this;
 }
 
 ModelOutFormat& ModelOutFormat::writeHeader(const std::string& text) {
-    stream.precision(standingPrecision);
+    stream.precision(StreamText::standingPrecision);
     DataOutFormat<std::string> string(stream, format);
     if (format == ModelFormat::Text) {
         string.put(text);
@@ -134,7 +198,7 @@ ModelOutFormat& ModelOutFormat::writeHeader(const std::string& text) {
 
 ModelOutFormat& ModelOutFormat::writeHeader(const std::string& text, const Version& versions,
                                             bool writeRootModelVersion) {
-    stream.precision(standingPrecision);
+    stream.precision(StreamText::standingPrecision);
     DataOutFormat<std::string> string(stream, format);
     DataOutFormat<VersionNum> versionNum(stream, format);
     if (format == ModelFormat::Text) {

@@ -14,6 +14,7 @@
 #include "persistence/BlockEnd.h"
 #include "persistence/ObjectWords.h"
 
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -35,14 +36,25 @@ bool isMarked(const Object& child) {
     return first && first->isMarked();
 }
 
-const std::string& typeName(const Object& child) {
-    const auto* const fallback = dynamic_cast<const IFallbackObject*>(&child);
-    return fallback ? fallback->getOriginalClassName() : child.getClassName();
-}
+// The class words of children, where most stand between others of their class: it takes a search
+// to tell whether a class is that of a placeholder.
+class ClassWords {
+public:
+    const std::string& of(const Object& child) {
+        if (&typeid(child) == noPlaceholder) return child.getClassName();
+        if (const auto* const fallback = dynamic_cast<const IFallbackObject*>(&child))
+            return fallback->getOriginalClassName();
+        noPlaceholder = &typeid(child);
+        return child.getClassName();
+    }
+
+private:
+    const std::type_info* noPlaceholder = nullptr;
+};
 
 // What tells a reader which child comes: class, name, and its identity where it can be shared.
-void writeHead(Object& child, ModelOutFormat& mof, bool isShared) {
-    mof.startValueAsString(typeName(child));
+void writeHead(Object& child, const std::string& word, ModelOutFormat& mof, bool isShared) {
+    mof.startValueAsString(word);
     DataOutFormat<std::string>(mof.output(), mof.getFormat()).put(child.getName());
     mof.endValue();
     child.setClassVersion(child.getStoredClassVersion());
@@ -52,14 +64,14 @@ void writeHead(Object& child, ModelOutFormat& mof, bool isShared) {
     mof.endValue();
 }
 
-ErrorPtr writeChild(Object& child, WriteToScope& scope,
+ErrorPtr writeChild(Object& child, ClassWords& words, WriteToScope& scope,
                     const std::shared_ptr<const WriteContextBase>& context) {
     if (context->writeOnlyMarkedObjects() && !isMarked(child)) return nullptr;
     SharedInstanceCollection* const shared = context->getSharedInstances();
     const bool wasSerialized = shared && child.isSerialized();
     if (shared) child.setIsSerialized(true);
     scope.getMof().startBlock("Child");
-    writeHead(child, scope.getMof(), shared != nullptr);
+    writeHead(child, words.of(child), scope.getMof(), shared != nullptr);
     ErrorPtr result;
     if (wasSerialized) {
         shared->insert(child.getInstanceIdentifier());
@@ -80,10 +92,11 @@ ErrorPtr Object::writeTo(std::ostream& stream, std::shared_ptr<const WriteContex
     if (context->createObjectUuid()) getUuid();  // one is made where there is none
     if (auto error = firstWarning.take(AttrContainer::writeTo(stream, context))) return error;
     if (context->writeChildren()) {
+        ClassWords words;
         std::shared_ptr<Object> child;
         for (ChildWalk walk(children); walk.next(child);) {
             if (!child) continue;
-            if (auto error = firstWarning.take(writeChild(*child, scope, context))) return error;
+            if (auto error = firstWarning.take(writeChild(*child, words, scope, context))) return error;
         }
     }
     if (!stream.good()) return QOR_ERROR(StreamFailed, "Object::writeTo");

@@ -21,12 +21,13 @@ namespace QOR::AttributeContainer {
 /// in place of a number that is not finite, strings between the quotes of the format.
 ///
 /// The bytes are those that `stream << piece` gives for each piece. Where the stream formats in the
-/// usual way, they are made here, gathered and handed over in large parts; otherwise the stream
-/// makes them.
+/// usual way, they are made here, gathered and handed over in large parts, without the stream's
+/// preparations for each where these would do nothing; otherwise the stream makes them.
 /// Afterwards `finish` must be called. Nothing is allocated but for strings.
 class StreamText {
 public:
-    StreamText(std::ostream& target, int targetFormat);
+    StreamText(std::ostream& target, int targetFormat)
+        : stream(target), format(targetFormat), gathers(target.width() == 0) {}
     StreamText(const StreamText&) = delete;
     StreamText& operator=(const StreamText&) = delete;
 
@@ -34,19 +35,26 @@ public:
     bool good() const { return stream.good(); }
 
     void character(char character) {
-        if (!usual) return void(stream << character);
+        if (!gathers) return void(stream << character);
         *room(1) = character;
         ++end;
     }
 
-    void text(std::string_view piece);
+    void text(std::string_view piece) {
+        if (!gathers || piece.size() > buffer.size()) return notGathered(piece);
+        std::memcpy(room(piece.size()), piece.data(), piece.size());
+        end += piece.size();
+    }
 
     /// A uuid or another text of fixed form, which no width of the stream pads.
     void fixedText(std::string_view piece);
 
+    /// A line feed, behind which the stream is flushed.
+    void endLine();
+
     template <std::integral Integer> void integer(Integer number) {
         constexpr std::size_t mostDigits = 21;
-        if (!usual) return void(stream << number);
+        if (!isUsual()) return void(stream << number);
         char* const to = room(mostDigits);
         end = std::to_chars(to, to + mostDigits, number).ptr;
     }
@@ -61,7 +69,7 @@ public:
             largest = std::max(largest, std::fabs(finite[i]));
         }
         const int precision = digitRule(largest);
-        if (!usual) return numbersByStream(finite.data(), size, precision);
+        if (!isUsual()) return numbersByStream(finite.data(), size, precision);
 
         char* to = room(size * (maxNumberText + 1));
         for (std::size_t i = 0; i < size; ++i) {
@@ -93,12 +101,22 @@ private:
         if (static_cast<std::size_t>(buffer.data() + buffer.size() - end) < size) handOver();
         return end;
     }
+    // Numbers of the usual form are made here. Asked for with the first one, since the stream's
+    // locale takes time to look at and many values have no number.
+    bool isUsual() {
+        if (!isNumberSeen) lookAtNumbers();
+        return gathers;
+    }
+    void lookAtNumbers();
+    void stringContent(std::string_view content);
+    void notGathered(std::string_view piece);
     void handOver();
     void numbersByStream(const double* numbers, std::size_t size, int precision);
 
     std::ostream& stream;
     const int format;
-    const bool usual;  // every piece comes out as in a new stream of the classic locale
+    bool gathers;  // every piece comes out as in a new stream of the classic locale
+    bool isNumberSeen = false;
     std::array<char, 8192> buffer;
     char* end = buffer.data();
 };
