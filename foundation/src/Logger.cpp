@@ -1,5 +1,6 @@
 #include <QOR/Logger.h>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -11,6 +12,7 @@ namespace {
 struct State {
     std::mutex mutex;  // guards the pointer, never held during a call of the sink
     std::shared_ptr<const Logger::Sink> sink;
+    std::atomic<bool> hasSink = false;  // as `sink` was at some moment, for those who only look
 };
 
 State& state() {
@@ -36,11 +38,14 @@ void Logger::appendLogMsgExt(const std::string& message, int level, const char* 
     }
 }
 
+bool Logger::hasSink() { return state().hasSink; }
+
 Logger::Sink Logger::setSink(Sink sink) {
     auto exchanged = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
     {
         const std::lock_guard lock(state().mutex);
         state().sink.swap(exchanged);
+        state().hasSink = state().sink != nullptr;
     }
     return exchanged ? *exchanged : Sink{};
 }

@@ -41,8 +41,8 @@ std::string Attr<T>::getValueString() const {
 
 template <AttrValue T>
 void Attr<T>::readValueFrom(std::istream& stream, std::shared_ptr<const ReadContextBase> context) {
-    ReadFromScope scope(stream, std::move(context));
-    DataInFormat<T> in(stream, scope.getReadContext()->getFormat());
+    const ModelInFormat imf(stream);  // sees to the propagate keyword where a number is malformed
+    DataInFormat<T> in(stream, context ? context->getFormat() : int{ModelFormat::Text});
     set(in.get());
 }
 

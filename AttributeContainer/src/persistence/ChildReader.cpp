@@ -166,6 +166,7 @@ ErrorPtr ChildReader::replaceByFallback(Object& object) {
 }
 
 void ChildReader::trace(const char* before, const char* behind) const {
+    if (!Logger::hasSink()) return;
     Logger::appendLogMsgExt(before + name + " of type " + type + behind, 8, __FILE__, __LINE__,
                             nullptr);
 }

@@ -1,6 +1,7 @@
 #include <AttributeContainer/ModelInFormat.h>
 
 #include <AttributeContainer/ModelFormat.h>
+#include <AttributeContainer/ThreadWord.h>
 
 #include <exception>
 #include <istream>
@@ -14,12 +15,13 @@ namespace QOR::AttributeContainer {
 struct ModelInFormat::ReadingThread {
     ModelInFormat* innermost = nullptr;  // the live readers, chained by `outer`
     bool hasPropagateKeyword = false;
+    bool isBrace = false;  // the propagate keyword is a "}", as it nearly always is
     int exceptionsWhenStored = 0;  // how many were in flight when the propagate keyword was stored
 };
 
 namespace {
 
-// Set apart for the same reason: touched only where there is, or shall be, a propagate keyword.
+// Set apart for the same reason: touched only where the propagate keyword is an unusual one.
 std::string& propagateKeyword() {
     static thread_local std::string keyword;
     return keyword;
@@ -28,8 +30,12 @@ std::string& propagateKeyword() {
 }  // namespace
 
 ModelInFormat::ReadingThread& ModelInFormat::thisThread() {
-    static constinit thread_local ReadingThread thread;
-    return thread;
+    QOR_THREAD_WORD static ReadingThread* known = nullptr;
+    if (!known) {
+        static constinit thread_local ReadingThread thread;
+        known = &thread;
+    }
+    return *known;
 }
 
 ModelInFormat::ModelInFormat(std::istream& source)
@@ -65,7 +71,13 @@ void ModelInFormat::dropKeyword() {
 }
 
 bool ModelInFormat::takePropagateKeyword() {
-    if (!thread.hasPropagateKeyword || propagateKeyword().empty()) return false;
+    if (!thread.hasPropagateKeyword) return false;
+    if (thread.isBrace) {
+        *keyword = ModelFormat::END_OF_BLOCK_STR;
+        thread.hasPropagateKeyword = false;
+        return true;
+    }
+    if (propagateKeyword().empty()) return false;
     keyword->swap(propagateKeyword());
     cleanPropagateKeyword();
     return true;
@@ -129,15 +141,18 @@ void ModelInFormat::setPropagateKeyword(std::optional<const std::string> text) {
         cleanPropagateKeyword();
         return;
     }
-    propagateKeyword() = *text;
-    thisThread().hasPropagateKeyword = true;
-    thisThread().exceptionsWhenStored = std::uncaught_exceptions();
+    ReadingThread& thread = thisThread();
+    thread.isBrace = *text == ModelFormat::END_OF_BLOCK_STR;
+    if (!thread.isBrace) propagateKeyword() = *text;
+    thread.hasPropagateKeyword = true;
+    thread.exceptionsWhenStored = std::uncaught_exceptions();
 }
 
 void ModelInFormat::cleanPropagateKeyword() {
-    if (!thisThread().hasPropagateKeyword) return;
-    propagateKeyword().clear();
-    thisThread().hasPropagateKeyword = false;
+    ReadingThread& thread = thisThread();
+    if (!thread.hasPropagateKeyword) return;
+    if (!thread.isBrace) propagateKeyword().clear();
+    thread.hasPropagateKeyword = false;
 }
 
 }  // namespace QOR::AttributeContainer

@@ -3,8 +3,12 @@
 #include <AttributeContainer/ModelInFormat.h>
 #include <QOR/Text.h>
 
+#include "persistence/GetArea.h"
+
+#include <algorithm>
 #include <istream>
 #include <streambuf>
+#include <string_view>
 
 namespace QOR::AttributeContainer {
 
@@ -40,11 +44,32 @@ std::ios_base::iostate readWord(std::streambuf& buffer, std::string& word) {
     return isEnd(next) ? std::ios_base::eofbit : std::ios_base::goodbit;
 }
 
+// Takes one keyword that lies in the buffer's get area with the white space behind it; empty, with
+// nothing taken, where there is none.
+std::string_view takeWordOfArea(std::streambuf& buffer) {
+    const char* const begin = GetArea::begin(buffer);
+    const char* const end = begin + std::min(GetArea::end(buffer) - begin, GetArea::mostAtOnce);
+    const char* word = begin;
+    while (word != end && isWhiteSpace(*word)) ++word;
+    if (word == end) return {};
+    const char* wordEnd = word + 1;
+    if (!isBrace(static_cast<unsigned char>(*word))) {
+        while (wordEnd != end && !isWhiteSpace(*wordEnd)) ++wordEnd;
+        if (wordEnd == end) return {};
+    }
+    GetArea::take(buffer, static_cast<int>(wordEnd - begin));
+    return {word, static_cast<std::size_t>(wordEnd - word)};
+}
+
 }  // namespace
 
 // Straight from the buffer: every word of a model passes here, and the stream's own way looks at
 // each character more than once.
 bool ModelInFormat::readTextKeyword() {
+    if (stream.good() && !stream.tie()) {
+        *keyword = takeWordOfArea(*stream.rdbuf());
+        if (!keyword->empty()) return true;
+    }
     const std::istream::sentry ready(stream, true);
     if (!ready) return false;
     auto state = std::ios_base::goodbit;

@@ -1,5 +1,6 @@
 #include "persistence/TextSource.h"
 
+#include "persistence/GetArea.h"
 #include "persistence/NumberText.h"
 #include "persistence/PlainDecimal.h"
 
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <limits>
 #include <stdexcept>
 #include <streambuf>
 #include <utility>
@@ -21,21 +21,12 @@ bool isNumberCode(int character) {
     return character != TextSource::endOfInput && isValidNumberChar(static_cast<char>(character));
 }
 
-// The get area of any buffer. Only derived classes may name these members, which are called on the
-// buffer as what it is.
-struct GetArea : std::streambuf {
-    static const char* begin(const std::streambuf& buffer) { return (buffer.*&GetArea::gptr)(); }
-    static const char* end(const std::streambuf& buffer) { return (buffer.*&GetArea::egptr)(); }
-    static void take(std::streambuf& buffer, int size) { (buffer.*&GetArea::gbump)(size); }
-    static constexpr std::ptrdiff_t mostAtOnce = std::numeric_limits<int>::max();
-};
-
 }  // namespace
 
 TextSource::TextSource(std::istream& source, int sourceFormat)
     : stream(source), format(sourceFormat) {
     // As every operation of the stream begins: a stream tied to this one is flushed.
-    if (stream.good()) const std::istream::sentry ready(stream, true);
+    if (stream.good() && stream.tie()) const std::istream::sentry ready(stream, true);
 }
 
 int TextSource::peekInBuffer() {
@@ -172,7 +163,18 @@ bool TextSource::takeInfinityMark() {
     return false;
 }
 
+std::string_view TextSource::takeStringCharacters() {
+    const char* const begin = at;
+    while (at != areaEnd && *at != '"' && *at != '\\') ++at;
+    return {begin, static_cast<std::size_t>(at - begin)};
+}
+
 std::optional<std::string> TextSource::readWord() {
+    if (skipWhiteSpace() != endOfInput) {
+        const char* end = at;
+        while (end != areaEnd && !isWhiteSpace(*end)) ++end;
+        if (end != areaEnd) return std::string(std::exchange(at, end), end);
+    }
     std::optional<std::string> word;
     getStream() >> word;
     return word;

@@ -79,6 +79,10 @@ public:
     /// Takes "#INF", in any case; leaves anything else where it is.
     bool takeInfinityMark();
 
+    /// Takes the characters up to the next quote or backslash, or fewer.
+    /// \return the characters, valid until more is read.
+    std::string_view takeStringCharacters();
+
     /// Takes a word that ends at white space; without one the stream gets its fail bit.
     std::optional<std::string> readWord();
 

@@ -118,9 +118,14 @@ bool ValueReader<std::string>::get(TextSource& source, std::string& value) {
     if (source.getFormat() == ModelFormat::XmlV2) return passXmlString(source);
     if (first != '"') return false;
 
-    value.clear();
+    source.next();
+    value = source.takeStringCharacters();
     bool isEscaped = false;
-    int character = source.next();
+    int character = source.peek();
+    if (character == '"') {  // as for nearly all: no backslash on the way
+        source.drop();
+        return true;
+    }
     while (character != endOfInput && (character != '"' || isEscaped)) {
         isEscaped = character == '\\' && !isEscaped;
         value += static_cast<char>(character);

@@ -31,6 +31,9 @@ public:
     static void appendLogMsgExt(const std::string& message, int level, const char* file, int line,
                                 const char* function);
 
+    /// Whether there is a sink, so that a message that nobody gets need not be composed.
+    static bool hasSink();
+
     /// Sets where messages go from now on; an empty sink stops the log. A thread that is logging
     /// right now may still finish its call of the former sink.
     /// \return the former sink, empty if there was none.
