@@ -26,7 +26,7 @@ public:
         if (slots.empty()) return nullptr;
         const std::uint64_t hash = hashOf(key);
         for (std::size_t i = home(hash); slots[i].key; i = next(i))
-            if (slots[i].hash == hash && *slots[i].key == key) return &slots[i];
+            if (slots[i].hash == hash && isSame(*slots[i].key, key)) return &slots[i];
         return nullptr;
     }
 
@@ -79,6 +79,20 @@ private:
         std::uint64_t rest = 0;
         for (const char character : key) rest = rest << 8 | static_cast<unsigned char>(character);
         return mixed(hash, rest);
+    }
+    static bool isSame(std::string_view left, std::string_view right) {
+        using Long = std::uint64_t;
+        if (left.size() != right.size()) return false;
+        const std::size_t size = left.size();
+        if (size < sizeof(Long)) {
+            for (std::size_t i = 0; i < size; ++i)
+                if (left[i] != right[i]) return false;
+            return true;
+        }
+        for (std::size_t i = 0; i + sizeof(Long) < size; i += sizeof(Long))
+            if (load<Long>(left.data() + i) != load<Long>(right.data() + i)) return false;
+        const std::size_t last = size - sizeof(Long);
+        return load<Long>(left.data() + last) == load<Long>(right.data() + last);
     }
     std::size_t home(std::uint64_t hash) const { return hash >> 32 & (slots.size() - 1); }
     std::size_t next(std::size_t i) const { return (i + 1) & (slots.size() - 1); }

@@ -5,6 +5,7 @@
 
 #include "containers/ObserverObservable.h"
 #include "persistence/ContainerWords.h"
+#include "persistence/SpareAttributes.h"
 
 #include <utility>
 
@@ -22,6 +23,7 @@ bool beginsBlock(const std::string& keyword) {
 ErrorPtr AttrContainer::readFrom(std::istream& stream,
                                  std::shared_ptr<const ReadContextBase> context) {
     if (!context) return QOR_ERROR(ContextMissing, "AttrContainer::readFrom");
+    const SpareAttributes::Scope spares;
     return ContainerReader(*this, stream, context).read();
 }
 
@@ -68,8 +70,8 @@ ErrorPtr ContainerReader::readBlock(const std::string& keyword) {
 
 ErrorPtr ContainerReader::readAttribute() {
     const std::string name = DataInFormat<std::string>(stream, context->getFormat()).get();
-    const AttrDefinition definition{0, name, pendingType, 0};
-    const auto read = definition.createAttr(CreateDeep, std::nullopt, std::nullopt);
+    const AttrType type = pendingType;
+    auto read = SpareAttributes::take(type);
     if (!read) return QOR_ERROR(AttributeNotCreated, "AttrContainer::readFrom");
     imf.nextKeyword();
     if (auto error = firstWarning.take(read->readFrom(stream, context))) return error;
@@ -78,15 +80,18 @@ ErrorPtr ContainerReader::readAttribute() {
     // the keyword must not wait for it.
     imf.nextKeyword();
     auto error = takeAttribute(name, read);
+    SpareAttributes::giveBack(type, std::move(read));
     imf.nextKeyword();  // past the "}"
     return error;
 }
 
-ErrorPtr ContainerReader::takeAttribute(const std::string& name, std::shared_ptr<Attribute> read) {
+// Leaves an attribute that went into the container to it alone.
+ErrorPtr ContainerReader::takeAttribute(const std::string& name, std::shared_ptr<Attribute>& read) {
     const auto existing = container.attributeAt(container.getAttrToken(name));
     if (!existing) {
         if (!name.empty())
             container.addAttribute(std::move(read), container.generateUniqueName(name));
+        read = nullptr;
         return nullptr;
     }
     if (context->readMarked() && !existing->isMarked()) return nullptr;

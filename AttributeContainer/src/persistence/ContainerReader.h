@@ -24,7 +24,7 @@ public:
 private:
     ErrorPtr readBlock(const std::string& keyword);
     ErrorPtr readAttribute();
-    ErrorPtr takeAttribute(const std::string& name, std::shared_ptr<Attribute> read);
+    ErrorPtr takeAttribute(const std::string& name, std::shared_ptr<Attribute>& read);
     ErrorPtr readOwnRelations();
 
     AttrContainer& container;

@@ -13,6 +13,7 @@
 #include "objects/ChildWalk.h"
 #include "persistence/BlockEnd.h"
 #include "persistence/ObjectWords.h"
+#include "persistence/SpareAttributes.h"
 
 #include <typeinfo>
 #include <utility>
@@ -107,8 +108,9 @@ ErrorPtr Object::writeTo(std::ostream& stream, std::shared_ptr<const WriteContex
 
 ErrorPtr Object::readFrom(std::istream& stream, std::shared_ptr<const ReadContextBase> context) {
     if (!context) return QOR_ERROR(ContextMissing, "Object::readFrom");
-    ReadFromScope scope(stream, context);
-    ModelInFormat& imf = scope.getImf();
+    const SpareAttributes::Scope spares;
+    ModelInFormat imf(stream);
+    imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
