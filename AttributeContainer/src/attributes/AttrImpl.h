@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -142,10 +143,13 @@ struct OtherPrecision<Vec3d<double>> {
 };
 }  // namespace detail
 
-// Two of one class are of one type; only others need the search through their bases.
+// Two of one class are of one type, and so is what a stream was read into; only others need the
+// search through their bases.
 template <AttrValue T>
 const Attr<T>* Attr<T>::asSameType(const Attribute& other) const {
-    if (typeid(other) == typeid(*this)) return static_cast<const Attr<T>*>(&other);
+    const std::type_info& type = typeid(other);
+    if (type == typeid(*this) || type == typeid(CustAttr<T>))
+        return static_cast<const Attr<T>*>(&other);
     return dynamic_cast<const Attr<T>*>(&other);
 }
 

@@ -17,19 +17,23 @@ bool isMark(char character) {
     return character == '_' || character == '-' || character == '.';
 }
 
+// The attribute as one of a text, null if it is none. As nearly always it is a row's, and the search
+// through the bases would cost many times as much.
+const Attr<std::string>* asText(const Attribute& attribute) {
+    if (typeid(attribute) == typeid(HardCodedAttr<std::string>))
+        return static_cast<const HardCodedAttr<std::string>*>(&attribute);
+    return dynamic_cast<const Attr<std::string>*>(&attribute);
+}
+
 bool isNameCharacter(char character) {
     return std::isalnum(static_cast<unsigned char>(character)) != 0 || isMark(character);
 }
 }  // namespace
 
 std::string AttrContainer::getName() const {
-    const Attribute* const attribute = attrList ? attrList->get(0).get() : nullptr;
-    if (!attribute) return {};
-    // As nearly always; the search through the bases costs many times as much.
-    if (typeid(*attribute) == typeid(HardCodedAttr<std::string>))
-        return static_cast<const Attr<std::string>&>(*attribute).get();
-    const auto* const text = dynamic_cast<const Attr<std::string>*>(attribute);
-    return text ? text->get() : std::string{};
+    const Attribute* const first = attrList ? attrList->get(0).get() : nullptr;
+    const auto* const attribute = first ? asText(*first) : nullptr;
+    return attribute ? attribute->get() : std::string{};
 }
 
 const std::string& AttrContainer::name() const {
@@ -103,8 +107,9 @@ std::string AttrContainer::toTarvoName(const std::string& name) const {
 Action::ExecReturn AttrContainer::toChangeNotify(Observable& observable, Initiator& initiator) {
     auto* const attribute = dynamic_cast<Attribute*>(&observable);
     if (!attribute) return Observer::toChangeNotify(observable, initiator);
-    if (attribute->getToken() != 0) return Action::ExecDone;
-    auto* const nameAttribute = dynamic_cast<Attr<std::string>*>(attribute);
+    const bool isOwnName = attrList && attrList->get(0).get() == attribute;
+    if (!isOwnName && attribute->getToken() != 0) return Action::ExecDone;
+    const auto* const nameAttribute = asText(*attribute);
     if (!nameAttribute) return Action::ExecDone;
     const auto info = attribute->lookupNotifyInfo(typeid(NewValueInfo<std::string>));
     if (!info) return Action::ExecDone;

@@ -51,7 +51,7 @@ ErrorPtr Attribute::readBlock(std::istream& stream,
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
-        if (words().keyToToken(*keyword) == ValueWord) {
+        if (*keyword == "Value") {  // nearly always: without a search
             readValueFrom(stream, context);
             wasValueSeen = true;
         } else if (auto error = firstWarning.take(Attribute::readFrom(stream, context))) {
@@ -71,7 +71,7 @@ ErrorPtr Attribute::readFrom(std::istream& stream,
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
         if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
-        if (words().keyToToken(*keyword) == WriteWord) {
+        if (*keyword == "Write") {
             DataInFormat<int>(stream, context->getFormat()).get();
             setWriteFlag(true);  // the word says it all; the number is of no account
         } else if (auto error = firstWarning.take(Observable::readFrom(stream, context))) {

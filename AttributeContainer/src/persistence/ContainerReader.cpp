@@ -48,6 +48,7 @@ ErrorPtr ContainerReader::read() {
 
 // Reads what the keyword begins, and moves on to the next keyword.
 ErrorPtr ContainerReader::readBlock(const std::string& keyword) {
+    if (keyword == "Name") return readAttribute();  // every second word: without a search
     const std::uint64_t word = AttrContainer::keyTable.keyToToken(keyword);
     if (word < numAttrTypes || word == ContainerWords::Container) {
         if (word < numAttrTypes) pendingType = static_cast<AttrType>(word);
@@ -55,7 +56,6 @@ ErrorPtr ContainerReader::readBlock(const std::string& keyword) {
         imf.nextKeyword();
         return nullptr;
     }
-    if (word == ContainerWords::Name) return readAttribute();
     if (word == ContainerWords::SubContainer) {
         imf.nextKeyword();
         auto error = container.readField(stream, context);
