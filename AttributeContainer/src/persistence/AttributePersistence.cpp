@@ -11,6 +11,7 @@
 
 #include "persistence/BlockEnd.h"
 
+#include <string_view>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -50,8 +51,8 @@ ErrorPtr Attribute::readBlock(std::istream& stream,
     imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
-        if (*keyword == "Value") {  // nearly always: without a search
+        if (isBlockEnd(*keyword)) break;
+        if (std::string_view(*keyword) == "Value") {  // nearly always: without a search
             readValueFrom(stream, context);
             wasValueSeen = true;
         } else if (auto error = firstWarning.take(Attribute::readFrom(stream, context))) {
@@ -70,8 +71,8 @@ ErrorPtr Attribute::readFrom(std::istream& stream,
     imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
-        if (*keyword == "Write") {
+        if (isBlockEnd(*keyword)) break;
+        if (std::string_view(*keyword) == "Write") {
             DataInFormat<int>(stream, context->getFormat()).get();
             setWriteFlag(true);  // the word says it all; the number is of no account
         } else if (auto error = firstWarning.take(Observable::readFrom(stream, context))) {

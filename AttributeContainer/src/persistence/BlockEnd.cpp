@@ -6,7 +6,7 @@ namespace QOR::AttributeContainer {
 
 void propagateEnd(ModelInFormat& imf) {
     const std::string* const keyword = imf.peekKeyword();
-    if (keyword && *keyword == ModelFormat::END_OF_BLOCK_STR)
+    if (keyword && isBlockEnd(*keyword))
         ModelInFormat::setPropagateKeyword(*keyword);
 }
 

@@ -9,6 +9,7 @@
 
 #include <QOR/Logger.h>
 
+#include "persistence/BlockEnd.h"
 #include "persistence/ContainerWords.h"
 #include "persistence/ObjectWords.h"
 #include "persistence/OpenContainers.h"
@@ -54,7 +55,7 @@ ErrorPtr ChildReader::read() {
     name = readString();
     imf.nextKeyword();
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         if (auto error = firstWarning.take(readWord(*keyword)))
             return ReadFromScope::fail(std::move(error));
         imf.nextKeyword();

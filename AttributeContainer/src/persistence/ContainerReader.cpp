@@ -4,9 +4,11 @@
 #include <AttributeContainer/ModelFormat.h>
 
 #include "containers/ObserverObservable.h"
+#include "persistence/BlockEnd.h"
 #include "persistence/ContainerWords.h"
 #include "persistence/SpareAttributes.h"
 
+#include <string_view>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -39,7 +41,7 @@ ContainerReader::ContainerReader(AttrContainer& container, std::istream& stream,
 
 ErrorPtr ContainerReader::read() {
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         if (auto error = firstWarning.take(readBlock(*keyword)))
             return ReadFromScope::fail(std::move(error));
     }
@@ -48,7 +50,7 @@ ErrorPtr ContainerReader::read() {
 
 // Reads what the keyword begins, and moves on to the next keyword.
 ErrorPtr ContainerReader::readBlock(const std::string& keyword) {
-    if (keyword == "Name") return readAttribute();  // every second word: without a search
+    if (std::string_view(keyword) == "Name") return readAttribute();  // every second word: without a search
     const std::uint64_t word = AttrContainer::keyTable.keyToToken(keyword);
     if (word < numAttrTypes || word == ContainerWords::Container) {
         if (word < numAttrTypes) pendingType = static_cast<AttrType>(word);

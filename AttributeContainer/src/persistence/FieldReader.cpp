@@ -40,7 +40,7 @@ ErrorPtr FieldReader::read() {
     imf.nextKeyword();
     token = container.getFieldToken(fieldName);
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         if (auto error = firstWarning.take(readWord(*keyword)))
             return ReadFromScope::fail(std::move(error));
         imf.nextKeyword();

@@ -44,6 +44,9 @@ std::ios_base::iostate readWord(std::streambuf& buffer, std::string& word) {
     return isEnd(next) ? std::ios_base::eofbit : std::ios_base::goodbit;
 }
 
+// True for nearly all characters of words, and for no white space.
+bool isAboveBlank(char character) { return static_cast<unsigned char>(character) > ' '; }
+
 // Takes one keyword that lies in the buffer's get area with the white space behind it; empty, with
 // nothing taken, where there is none.
 std::string_view takeWordOfArea(std::streambuf& buffer) {
@@ -54,7 +57,7 @@ std::string_view takeWordOfArea(std::streambuf& buffer) {
     if (word == end) return {};
     const char* wordEnd = word + 1;
     if (!isBrace(static_cast<unsigned char>(*word))) {
-        while (wordEnd != end && !isWhiteSpace(*wordEnd)) ++wordEnd;
+        while (wordEnd != end && (isAboveBlank(*wordEnd) || !isWhiteSpace(*wordEnd))) ++wordEnd;
         if (wordEnd == end) return {};
     }
     GetArea::take(buffer, static_cast<int>(wordEnd - begin));

@@ -113,7 +113,7 @@ ErrorPtr Object::readFrom(std::istream& stream, std::shared_ptr<const ReadContex
     imf.setFormat(context->getFormat());
     FirstWarning firstWarning;
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         const std::uint64_t word = keyTable.keyToToken(*keyword);
         ErrorPtr result;
         if (word == ObjectWords::Wrapper) {

@@ -99,7 +99,7 @@ ErrorPtr Observable::readFrom(std::istream& stream,
     FirstWarning firstWarning;
     bool isPre = false;
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         const std::uint64_t word = words().keyToToken(*keyword);
         if (word == PreWord || word == PostWord) {
             isPre = word == PreWord;

@@ -25,8 +25,10 @@ bool isNumberCode(int character) {
 
 TextSource::TextSource(std::istream& source, int sourceFormat)
     : stream(source), format(sourceFormat) {
+    if (!stream.good()) return;
     // As every operation of the stream begins: a stream tied to this one is flushed.
-    if (stream.good() && stream.tie()) const std::istream::sentry ready(stream, true);
+    if (stream.tie()) const std::istream::sentry ready(stream, true);
+    openArea();
 }
 
 int TextSource::peekInBuffer() {

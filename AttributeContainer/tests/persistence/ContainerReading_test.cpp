@@ -68,6 +68,34 @@ Value "a b"
     EXPECT_EQ(mark->getNumAttributes(), 4u);
 }
 
+TEST(ContainerReading, TakesNothingOfOneAttributeIntoTheNextOneOfItsType) {
+    const auto count = [](const std::string& content) {
+        return "Attr<int> { \nName \"Count\"\n" + content + "}\n";
+    };
+    const auto label = [](const std::string& content) {
+        return "Attr<String> { \nName \"Label\"\n" + content + "}\n";
+    };
+    const auto mark = Mark::create();
+    EXPECT_EQ(readText(*mark, inContainer(count("Value 5\n") + label("Value \"a b\"\n"))),
+              std::nullopt);
+    EXPECT_EQ(mark->Count(), 5);
+    EXPECT_EQ(mark->Label(), "a b");
+    const std::string longText(5000, 'x');
+    EXPECT_EQ(readText(*mark, inContainer(count("Value 6\nWrite 1\n") + count("") +
+                                          label("Value \"" + longText + "\"\n") + label(""))),
+              std::nullopt);
+    EXPECT_EQ(mark->Count(), 0);
+    EXPECT_FALSE(mark->Attr_Count().hasWriteFlag());
+    EXPECT_EQ(mark->Label(), "");
+    EXPECT_EQ(readText(*mark, inContainer(count("Value 7\n") +
+                                          "Attr<int> { \nName \"Other\"\nValue 8\n}\n" +
+                                          "Attr<int> { \nName \"Another\"\n}\n")),
+              std::nullopt);
+    EXPECT_EQ(mark->Count(), 7);
+    EXPECT_EQ(valueOf(*mark, "Other"), "8");
+    EXPECT_EQ(valueOf(*mark, "Another"), "0");
+}
+
 TEST(ContainerReading, GoesByTheNameAndNotByTheOrder) {
     const auto mark = Mark::create();
     EXPECT_EQ(readText(*mark, inContainer("Attr<int> { \nName \"Count\"\nValue 5\n}\n"
