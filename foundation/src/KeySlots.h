@@ -104,8 +104,8 @@ private:
     }
     void grow() {
         constexpr std::size_t fewest = 4;
-        const auto old = std::exchange(
-            slots, std::vector<Slot>(slots.empty() ? fewest : slots.size() * 2));
+        const auto old =
+            std::exchange(slots, std::vector<Slot>(slots.empty() ? fewest : slots.size() * 2));
         for (const Slot& slot : old)
             if (slot.key) put(slot);
     }

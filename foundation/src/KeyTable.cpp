@@ -31,7 +31,8 @@ struct KeyTable::Maps {
             firstToken = token;
         }
         // Not where most of the row is gone: tokens that only ever go up would make it grow.
-        if (token - firstToken == row.size() && row.size() < 2 * keys.size()) row.push_back(nullptr);
+        if (token - firstToken == row.size() && row.size() < 2 * keys.size())
+            row.push_back(nullptr);
         if (!isInRow(token)) return;
         row[token - firstToken] = &kept;
         ++numInRow;

@@ -17,8 +17,8 @@ bool isMark(char character) {
     return character == '_' || character == '-' || character == '.';
 }
 
-// The attribute as one of a text, null if it is none. As nearly always it is a row's, and the search
-// through the bases would cost many times as much.
+// The attribute as one of a text, null if it is none. It is nearly always that of a row; the search
+// through the bases costs many times as much.
 const Attr<std::string>* asText(const Attribute& attribute) {
     if (typeid(attribute) == typeid(HardCodedAttr<std::string>))
         return static_cast<const HardCodedAttr<std::string>*>(&attribute);

@@ -36,7 +36,10 @@ void AttrContainer::initRead() {
 
 ContainerReader::ContainerReader(AttrContainer& container, std::istream& stream,
                                  const std::shared_ptr<const ReadContextBase>& context)
-    : container(container), stream(stream), context(context), scope(stream, context),
+    : container(container),
+      stream(stream),
+      context(context),
+      scope(stream, context),
       imf(scope.getImf()) {}
 
 ErrorPtr ContainerReader::read() {
@@ -50,7 +53,8 @@ ErrorPtr ContainerReader::read() {
 
 // Reads what the keyword begins, and moves on to the next keyword.
 ErrorPtr ContainerReader::readBlock(const std::string& keyword) {
-    if (std::string_view(keyword) == "Name") return readAttribute();  // every second word: without a search
+    // Every second word, which needs no search.
+    if (std::string_view(keyword) == "Name") return readAttribute();
     const std::uint64_t word = AttrContainer::keyTable.keyToToken(keyword);
     if (word < numAttrTypes || word == ContainerWords::Container) {
         if (word < numAttrTypes) pendingType = static_cast<AttrType>(word);

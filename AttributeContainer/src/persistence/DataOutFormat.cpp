@@ -30,7 +30,7 @@ template <CodecValue T> void TextLines::putValue(std::ostream& stream, const T& 
     text.finish();
 }
 
-#define QOR_MAKE_CODEC(...)                 \
+#define QOR_MAKE_CODEC(...)                    \
     template class DataOutFormat<__VA_ARGS__>; \
     template void TextLines::putValue(std::ostream&, const __VA_ARGS__&);
 QOR_CODEC_TYPES(QOR_MAKE_CODEC)

@@ -97,7 +97,8 @@ ErrorPtr Object::writeTo(std::ostream& stream, std::shared_ptr<const WriteContex
         std::shared_ptr<Object> child;
         for (ChildWalk walk(children); walk.next(child);) {
             if (!child) continue;
-            if (auto error = firstWarning.take(writeChild(*child, words, scope, context))) return error;
+            if (auto error = firstWarning.take(writeChild(*child, words, scope, context)))
+                return error;
         }
     }
     if (!stream.good()) return QOR_ERROR(StreamFailed, "Object::writeTo");

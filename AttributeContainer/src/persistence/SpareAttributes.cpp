@@ -56,7 +56,8 @@ std::shared_ptr<Attribute> SpareAttributes::take(AttrType type) {
 
 void SpareAttributes::giveBack(AttrType type, std::shared_ptr<Attribute> attribute) {
     const auto index = static_cast<std::size_t>(type);
-    if (!ofThread || index >= isKept.size() || !isKept[index] || !attribute || !isAsNew(attribute)) return;
+    if (!ofThread || index >= isKept.size() || !isKept[index] || !attribute || !isAsNew(attribute))
+        return;
     if (type == textType &&
         static_cast<const Attr<std::string>&>(*attribute).get().size() > longText)
         return;
