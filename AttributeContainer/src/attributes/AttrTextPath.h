@@ -4,7 +4,8 @@
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/DataInFormat.h>
 #include <AttributeContainer/ModelFormat.h>
-#include <AttributeContainer/ReadFromScope.h>
+#include <AttributeContainer/ModelInFormat.h>
+#include <AttributeContainer/ReadContext.h>
 
 #include "attributes/AttrImpl.h"
 #include "persistence/ValueText.h"
