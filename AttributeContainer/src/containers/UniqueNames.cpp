@@ -1,10 +1,9 @@
 #include "containers/UniqueNames.h"
 
+#include <AttributeContainer/ThreadWord.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
 #include <QOR/Text.h>
-
-#include <AttributeContainer/ThreadWord.h>
 
 #include <cstddef>
 #include <iterator>

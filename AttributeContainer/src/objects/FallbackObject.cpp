@@ -2,10 +2,10 @@
 
 #include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/ReadFromScope.h>
+#include <AttributeContainer/ThreadWord.h>
 
 #include "objects/ChildWalk.h"
 #include "objects/RawBlock.h"
-#include <AttributeContainer/ThreadWord.h>
 
 #include <istream>
 #include <ostream>

@@ -1,7 +1,8 @@
 #include <AttributeContainer/ObserverRelation.h>
 
-#include "observation/ObserverRelationTable.h"
 #include <AttributeContainer/ThreadWord.h>
+
+#include "observation/ObserverRelationTable.h"
 
 namespace QOR::AttributeContainer {
 

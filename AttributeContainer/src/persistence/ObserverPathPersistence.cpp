@@ -3,12 +3,13 @@
 
 #include <AttributeContainer/DataInFormat.h>
 #include <AttributeContainer/DataOutFormat.h>
-#include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/Observer.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/WriteToScope.h>
 
 #include <QOR/KeyTable.h>
+
+#include "persistence/BlockEnd.h"
 
 #include <utility>
 #include <vector>
@@ -63,7 +64,7 @@ ErrorPtr ObserverPath::readFrom(std::istream& stream,
     const int format = context->getFormat();
     // The "}" stays the current keyword: the caller passes it as the end of this relation.
     while (const std::string* const keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         switch (words().keyToToken(*keyword)) {
             case BlockWord: imf.nextKeyword(); break;
             case PathWord: {

@@ -1,7 +1,6 @@
 #include "persistence/OpenContainers.h"
 
 #include <AttributeContainer/ReferenceDictionary.h>
-
 #include <AttributeContainer/ThreadWord.h>
 
 namespace QOR::AttributeContainer {

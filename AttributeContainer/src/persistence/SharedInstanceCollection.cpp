@@ -2,10 +2,11 @@
 
 #include <AttributeContainer/DataInFormat.h>
 #include <AttributeContainer/DataOutFormat.h>
-#include <AttributeContainer/ModelFormat.h>
 #include <AttributeContainer/ReadFromScope.h>
 #include <AttributeContainer/WriteToScope.h>
 #include <QOR/KeyTable.h>
+
+#include "persistence/BlockEnd.h"
 
 #include <istream>
 #include <ostream>
@@ -56,7 +57,7 @@ ErrorPtr SharedInstanceCollection::readFrom(std::istream& stream,
     ReadFromScope scope(stream, std::move(context));
     auto& imf = scope.getImf();
     while (const auto* keyword = imf.peekKeyword()) {
-        if (*keyword == ModelFormat::END_OF_BLOCK_STR) break;
+        if (isBlockEnd(*keyword)) break;
         switch (getKeyTable().keyToToken(*keyword)) {
             case CollectionToken:
                 imf.nextKeyword();  // the brace

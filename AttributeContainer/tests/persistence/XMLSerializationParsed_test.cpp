@@ -66,8 +66,11 @@ private:
 class XMLSerializationParsed : public testing::Test {
 protected:
     void SetUp() override {
-        if (std::system("xmllint --version >/dev/null 2>&1") != 0)
-            GTEST_SKIP() << "xmllint is missing (Debian: apt-get install libxml2-utils)";
+#if defined(_WIN32)
+        GTEST_SKIP() << "there is no xmllint for this system";
+#endif
+        ASSERT_EQ(std::system("xmllint --version >/dev/null 2>&1"), 0)
+            << "xmllint is missing (Debian: apt-get install libxml2-utils)";
     }
 };
 

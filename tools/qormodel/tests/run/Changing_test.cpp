@@ -1,4 +1,5 @@
 // The commands that make and change files, as their users run them, with all that they print.
+#include "support/InFolder.h"
 #include "support/RunProgram.h"
 #include "support/Sample.h"
 
@@ -14,22 +15,12 @@ using namespace qormodel::testing;
 namespace {
 
 // A folder with "project.model" in it, in which the program runs.
-class RunInFolder : public ::testing::Test {
+class RunInFolder : public InFolder {
 protected:
     RunInFolder() {
-        options.folder = folder.getFolder().string();
         put("project.model", projectText);
     }
 
-    void put(const std::string& name, const std::string& content) const {
-        std::ofstream(folder.getFolder() / name, std::ios::binary) << content;
-    }
-    std::string content(const std::string& name) const {
-        return contentOf((folder.getFolder() / name).string());
-    }
-    bool isThere(const std::string& name) const {
-        return std::filesystem::exists(folder.getFolder() / name);
-    }
     RunResult run(const std::vector<std::string>& arguments) const {
         return runQormodel(arguments, options);
     }
@@ -43,9 +34,6 @@ protected:
         EXPECT_EQ(result.out, out);
         EXPECT_EQ(result.err, err);
     }
-
-    TemporaryFile folder{""};
-    RunOptions options;
 };
 
 using RunNew = RunInFolder;

@@ -20,7 +20,7 @@ protected:
             {"HOME", options.folder},         {"GIT_CONFIG_NOSYSTEM", "1"},
             {"GIT_AUTHOR_NAME", "Tester"},    {"GIT_AUTHOR_EMAIL", "t@example.com"},
             {"GIT_COMMITTER_NAME", "Tester"}, {"GIT_COMMITTER_EMAIL", "t@example.com"}};
-        if (runShell("command -v git").status != 0) GTEST_SKIP() << "there is no git";
+        ASSERT_EQ(runShell("command -v git").status, 0) << "there is no git";
         std::ofstream(folder.getFolder() / "project.model", std::ios::binary) << projectText;
         const RunResult result = shell(
             "git init -q -b main . && qormodel git-setup && "

@@ -1,4 +1,5 @@
 // The commands of the key store, as users run them.
+#include "support/InFolder.h"
 #include "support/RunProgram.h"
 #include "support/Sample.h"
 #include "support/Trees.h"
@@ -15,23 +16,13 @@ using namespace qormodel::testing;
 namespace {
 
 // A folder with a project; commands run in it on the store s.db.
-class OnStore : public ::testing::Test {
+class OnStore : public InFolder {
 protected:
     OnStore() {
-        options.folder = folder.getFolder().string();
         put("project.model", textWithoutRelation());
         put("settings.reg", "REGEDIT4\r\n\r\n[A\\B]\r\n@=\"d\"\r\n\"x\"=dword:10\r\n");
     }
 
-    void put(const std::string& name, const std::string& content) const {
-        std::ofstream(folder.getFolder() / name, std::ios::binary) << content;
-    }
-    std::string content(const std::string& name) const {
-        return contentOf((folder.getFolder() / name).string());
-    }
-    bool isThere(const std::string& name) const {
-        return std::filesystem::exists(folder.getFolder() / name);
-    }
     RunResult run(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), {"store", "--store", "s.db"});
         return runQormodel(arguments, options);
@@ -42,9 +33,6 @@ protected:
         EXPECT_EQ(result.status, 0) << result.err;
         return result.out;
     }
-
-    TemporaryFile folder{""};
-    RunOptions options;
 };
 
 }  // namespace
