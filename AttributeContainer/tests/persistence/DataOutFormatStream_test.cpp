@@ -177,7 +177,9 @@ TEST(DataOutFormatStream, FormatsNumbersByTheLocaleOfTheStream) {
     const std::locale shouting(std::locale::classic(), new ShoutingWriter);
     expectSameBytes(somePoints, [&](std::ostream& s) { s.imbue(commas); });
     expectSameBytes(somePoints, [&](std::ostream& s) { s.imbue(shouting); });
+#if !defined(_WIN32)  // whose only locale with a name is "C"
     expectSameBytes(somePoints, [&](std::ostream& s) { s.imbue(std::locale("C.UTF-8")); });
+#endif
 
     std::ostringstream stream;
     stream.imbue(commas);

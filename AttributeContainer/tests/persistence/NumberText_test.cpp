@@ -267,7 +267,8 @@ TEST(TextToNumber, AgreesWithStrtodOnRandomTexts) {
             text += characters[random() % characters.size()];
         errno = 0;
         char* end = nullptr;
-        const double expected = std::strtod(text.c_str(), &end);
+        double expected = std::strtod(text.c_str(), &end);
+        if (end == text.c_str()) expected = 0;  // some systems give -0 for a text without a number
         const bool outOfRange = errno == ERANGE;
         const auto result = textToNumber(text);
         ASSERT_EQ(result.end - text.data(), end - text.c_str()) << text;
