@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <istream>
 #include <string>
 
@@ -110,4 +111,26 @@ TEST(SourceBuffer, CountsOffsetsAndLinesOverPieces) {
     }
     EXPECT_EQ(buffer.getOffset(), text.size());
     EXPECT_EQ(buffer.getLine(), 100'001u);
+}
+
+TEST(SourceFile, TellsThatSomebodyHasWrittenIntoItSince) {
+    const TemporaryFile file("old");
+    const SourceFile source(file.getName());
+    EXPECT_FALSE(source.hasChanged());
+    ::usleep(20'000);  // the clock of the file system ticks every few milliseconds
+    std::ofstream(file.getName()) << "new";
+
+    EXPECT_TRUE(source.hasChanged());
+}
+
+TEST(SourceFile, StaysTheSameWhereAnotherFileIsPutInItsPlace) {
+    const TemporaryFile file("old");
+    const SourceFile source(file.getName());
+    const std::string fresh = (file.getFolder() / "fresh").string();
+    std::ofstream(fresh) << "other";
+    std::filesystem::rename(fresh, file.getName());
+
+    EXPECT_FALSE(source.hasChanged());
+    EXPECT_EQ(source.slice(0, 3), "old");
+    EXPECT_NE(inqFileVersion(file.getName()), source.getVersion());
 }

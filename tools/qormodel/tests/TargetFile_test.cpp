@@ -10,6 +10,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
@@ -158,6 +159,27 @@ TEST(TargetFile, RefusesAFolderAndAFolderThatIsNotThere) {
 
     EXPECT_THROW(TargetFile(file.getFolder().string()), Failure);
     EXPECT_THROW(TargetFile((file.getFolder() / "no" / "file").string()), Failure);
+}
+
+TEST(TargetFile, RefusesToReplaceAFileThatIsNotTheOneThatWasSeen) {
+    const TemporaryFile file("old");
+    const auto seen = inqFileVersion(file.getName());
+    ASSERT_TRUE(seen);
+    ::usleep(20'000);  // the clock of the file system ticks every few milliseconds
+    std::ofstream(file.getName()) << "odd";
+    {
+        TargetFile target(file.getName());
+        put(target, "new");
+        EXPECT_THROW(target.replace(true, seen), Failure);
+    }
+    EXPECT_EQ(contentOf(file.getName()), "odd");
+    EXPECT_EQ(numFilesIn(file.getFolder()), 1u);
+
+    TargetFile target(file.getName());
+    put(target, "new");
+    target.replace(true, inqFileVersion(file.getName()));
+    EXPECT_EQ(contentOf(file.getName()), "new");
+    EXPECT_EQ(contentOf(file.getName() + '~'), "odd");
 }
 
 TEST(TargetFile, IsOldOrNewAsAWholeHoweverOftenTheProgramIsKilled) {

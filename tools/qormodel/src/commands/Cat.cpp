@@ -11,6 +11,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -66,15 +67,20 @@ bool mayBeTaken(const Document& document, const Options& options, Session& sessi
            mayBeWritten(document, options.write, session, options.mask);
 }
 
-void writeAll(const Options& options, Session& session, std::streambuf& target) {
+// \return the target as it was read, if it is one of the files
+std::optional<FileVersion> writeAll(const Options& options, Session& session,
+                                    std::streambuf& target) {
+    std::optional<FileVersion> seen;
     Writer writer(options, target);
     for (const auto& file : options.files) {
         const Document document = loadDocument(file);
+        if (!options.isPrinted() && !seen) seen = inqVersionRead(options.write.output, document);
         if (!mayBeTaken(document, options, session)) continue;
         if (options.isMasked()) markOnly(document, options.mask);
         writer.add(document);
     }
     writer.finish();
+    return seen;
 }
 
 void print(const Options& options, Session& session) {
@@ -92,11 +98,12 @@ void run(const Options& options, Session& session) {
     if (options.isPrinted()) return print(options, session);
     if (options.files.size() > 1 && options.form != Form::Json)
         throw Failure("-o takes one file, unless it is written as JSON");
+    const FileLock lock = lockTarget(options.write, options.files.front(), options.files);
     TargetFile file(options.write.output);
     TargetBuffer buffer(file.getDescriptor(), options.write.output);
-    writeAll(options, session, buffer);
+    const auto seen = writeAll(options, session, buffer);
     buffer.finish();
-    if (session.exit == Exit::Done) file.replace(!options.write.noBackup);
+    if (session.exit == Exit::Done) file.replace(!options.write.noBackup, seen);
 }
 }  // namespace
 

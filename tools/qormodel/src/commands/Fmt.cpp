@@ -62,6 +62,8 @@ bool isCanonical(const Document& document) {
 /// \param spool where the text goes; none for a file
 void formatFile(const std::string& file, const Options& options, Session& session,
                 std::optional<SpooledOutput>& spool) {
+    const bool isStored = !spool && !options.isCheck;
+    const FileLock lock = isStored ? lockTarget(options.write, file) : FileLock();
     const Document document = loadDocument(file);
     const bool isSame = isCanonical(document);
     if (options.isCheck) {

@@ -39,6 +39,8 @@ A command that changes a file writes a new one beside it and then puts that into
 one stays as
 .IR FILE~ .
 Where something in the file would not come back, it is left alone and what would get lost is told.
+Two runs that change one file take turns, and a file that another program has changed since it was
+read is left alone.
 .SH COMMANDS
 )";
 

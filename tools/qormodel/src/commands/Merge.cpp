@@ -39,6 +39,7 @@ bool isPrinted(const Options& options) { return options.write.output != "-"; }
 
 void mergeTwo(const Options& options, Session& session) {
     if (options.preferred) throw Failure("--prefer is for BASE OURS THEIRS");
+    const FileLock lock = lockTarget(options.write, options.files[0], options.files);
     Document target = loadDocument(options.files[0]);
     Document source = loadDocument(options.files[1]);
     if (!mayBeWritten(target, options.write, session)) return;
@@ -46,7 +47,7 @@ void mergeTwo(const Options& options, Session& session) {
     const TwoWayResult result = mergeTwoWays(target, source, options.twoWay);
     for (const auto& note : result.notes) printNote(note);
     if (!result.notes.empty()) session.exit = Exit::Found;
-    storeDocument(target, options.write);
+    storeDocument(target, options.write, {&source});
     if (!isPrinted(options)) return;
     session.output.print("attributes: {} changed, {} added, {} removed\n", result.values.numChanged,
                          result.values.numAttributesAdded, result.values.numAttributesRemoved);
@@ -78,13 +79,14 @@ void mergeThree(const Options& options, Session& session) {
     const TwoWayOptions& two = options.twoWay;
     if (two.keep || !two.onlyMarked.empty() || two.telling != Telling::Never)
         throw Failure("--keep, --only-marked and --observers are for TARGET SOURCE");
+    const FileLock lock = lockTarget(options.write, options.files[1], options.files);
     const Document base = loadBase(options.files[0]);
     Document ours = loadDocument(options.files[1]);
     Document theirs = loadDocument(options.files[2]);
     if (!mayBeWritten(ours, options.write, session)) return;
     if (!mayBeWritten(theirs, options.write, session)) return;
     const ThreeWayResult result = mergeThreeWays(base, ours, theirs, options.preferred);
-    storeDocument(ours, options.write);
+    storeDocument(ours, options.write, {&base, &theirs});
     reportConflicts(result.conflicts, options, session);
     if (isPrinted(options))
         session.output.print("attributes: {} changed\nelements:   {} added, {} removed\n",

@@ -70,6 +70,7 @@ bool change(const Document& document, const std::string& assignment, const Optio
 void run(const Options& options, Session& session) {
     if (options.assignments.empty() && options.removals.empty())
         throw Failure("expected PATH=VALUE or --rm PATH");
+    const FileLock lock = lockTarget(options.write, options.file);
     const Document document = loadDocument(options.file);
     if (!mayBeWritten(document, options.write, session)) return;
     Report report(session.output);

@@ -5,6 +5,10 @@
 #include "model/Mask.h"
 #include "survival/Survival.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
 #include <unistd.h>
 
 namespace qormodel {
@@ -30,6 +34,16 @@ bool isAnythingLost(const Document& document, const std::vector<std::string>& ma
     }
     return isLost;
 }
+
+// Whether two names lead to one place; a file that is missing counts, too.
+bool isSamePlace(const std::string& first, const std::string& second) {
+    if (first == second) return true;
+    const auto where = [](const std::string& name) {
+        std::error_code error;
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, error), error);
+    };
+    return where(first) == where(second);
+}
 }  // namespace
 
 std::string checkFileName(const std::string& name) {
@@ -49,13 +63,31 @@ void addWriteFlags(CLI::App& command, WriteFlags& flags) {
 
 bool mayBeWritten(const Document& document, const WriteFlags& flags, Session& session,
                   const std::vector<std::string>& mask) {
+    if (document.source && document.source->hasChanged())
+        throw Failure(Place{document.source->getName()},
+                      "has changed since it was read: nothing is written");
     if (!isAnythingLost(document, mask) || flags.force) return true;
     printNote(describe(document.placeOf(0, 0), "is not written; --force does so all the same"));
     session.exit = Exit::Found;
     return false;
 }
 
-void storeDocument(const Document& document, const WriteFlags& flags) {
+FileLock lockTarget(const WriteFlags& flags, const std::string& file,
+                    const std::vector<std::string>& others) {
+    const std::string& name = flags.output.empty() ? file : flags.output;
+    if (flags.dryRun || name == "-") return {};
+    const auto isTarget = [&](const std::string& each) { return isSamePlace(each, name); };
+    return isTarget(file) || std::ranges::any_of(others, isTarget) ? FileLock(name) : FileLock();
+}
+
+std::optional<FileVersion> inqVersionRead(const std::string& target, const Document& document) {
+    const bool isRead = document.source && document.file != "-";
+    if (!isRead || !isSamePlace(target, document.file)) return std::nullopt;
+    return document.source->getVersion();
+}
+
+void storeDocument(const Document& document, const WriteFlags& flags,
+                   const std::vector<const Document*>& others) {
     if (flags.dryRun) return;
     const std::string& name = flags.output.empty() ? document.file : flags.output;
     if (name == "-") {
@@ -67,7 +99,10 @@ void storeDocument(const Document& document, const WriteFlags& flags) {
     TargetBuffer buffer(file.getDescriptor(), name);
     writeDocument(document, buffer, name);
     buffer.finish();
-    file.replace(!flags.noBackup);
+    auto seen = inqVersionRead(name, document);
+    for (const auto* const other : others)
+        if (!seen) seen = inqVersionRead(name, *other);
+    file.replace(!flags.noBackup, seen);
 }
 
 }  // namespace qormodel

@@ -38,6 +38,7 @@ SourceFile::SourceFile(const std::string& file) : name(file == "-" ? "stdin" : f
     try {
         if (::fstat(descriptor, &status) != 0) fail(name, "cannot be read");
         if (S_ISDIR(status.st_mode)) throw Failure(Place{name}, "is a folder");
+        version = versionOf(status);
         if (S_ISREG(status.st_mode) && ::lseek(descriptor, 0, SEEK_CUR) == 0) {
             size = static_cast<std::uint64_t>(status.st_size);
         } else {
@@ -51,6 +52,11 @@ SourceFile::SourceFile(const std::string& file) : name(file == "-" ? "stdin" : f
 
 SourceFile::~SourceFile() {
     ::close(descriptor);
+}
+
+bool SourceFile::hasChanged() const {
+    struct ::stat status {};
+    return version && ::fstat(descriptor, &status) == 0 && versionOf(status) != version;
 }
 
 std::size_t SourceFile::readAt(std::uint64_t offset, char* target, std::size_t count) const {
@@ -86,6 +92,7 @@ void SourceFile::spool() {
     }
     ::close(descriptor);
     descriptor = copy.release();
+    version.reset();  // of no concern to the copy
 }
 
 }  // namespace qormodel

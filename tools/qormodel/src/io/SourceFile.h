@@ -1,8 +1,11 @@
 // The bytes of an input, wherever they come from.
 #pragma once
 
+#include "io/FileVersion.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace qormodel {
@@ -20,6 +23,11 @@ public:
     /// The name for messages.
     const std::string& getName() const { return name; }
     std::uint64_t getSize() const { return size; }
+    /// What stood under the name when it was opened; nothing for what is no regular file.
+    const std::optional<FileVersion>& getVersion() const { return version; }
+    /// Whether somebody has written into it since, so that pieces read now go with no earlier ones.
+    /// A file that was put in its place changes nothing here.
+    bool hasChanged() const;
     /// Reads up to `count` bytes, fewer only at the end. \throws Failure
     std::size_t readAt(std::uint64_t offset, char* target, std::size_t count) const;
     /// The bytes from `begin` to `end`. \throws Failure
@@ -31,6 +39,7 @@ private:
     std::string name;
     int descriptor = -1;
     std::uint64_t size = 0;
+    std::optional<FileVersion> version;
 };
 
 }  // namespace qormodel

@@ -55,7 +55,7 @@ void keep(const std::string& file) {
 }
 }  // namespace
 
-TargetFile::TargetFile(const std::string& file) : target(file) {
+TargetFile::TargetFile(const std::string& file) : name(file), target(file) {
     std::error_code error;
     const auto real = std::filesystem::canonical(file, error);
     if (!error) target = real.string();
@@ -76,12 +76,14 @@ TargetFile::~TargetFile() {
     if (!temporary.empty()) ::unlink(temporary.c_str());
 }
 
-void TargetFile::replace(bool keepBackup) {
+void TargetFile::replace(bool keepBackup, const std::optional<FileVersion>& seen) {
     if (temporary.empty()) return close();
-    if (::fsync(descriptor) != 0) fail(target, "cannot be written");
+    if (::fsync(descriptor) != 0) fail(name, "cannot be written");
     close();
+    if (seen && inqFileVersion(target) != seen)
+        throw Failure(Place{name}, "has changed since it was read: nothing is written");
     if (keepBackup) keep(target);
-    if (::rename(temporary.c_str(), target.c_str()) != 0) fail(target, "cannot be written");
+    if (::rename(temporary.c_str(), target.c_str()) != 0) fail(name, "cannot be written");
     temporary.clear();
     syncFolder(target);
 }

@@ -1,6 +1,9 @@
 // A file that is replaced as a whole or not at all.
 #pragma once
 
+#include "io/FileVersion.h"
+
+#include <optional>
 #include <string>
 
 namespace qormodel {
@@ -20,13 +23,16 @@ public:
     /// Where the new content stands until `replace`; empty for a device or a pipe.
     const std::string& getTemporaryName() const { return temporary; }
     /// Brings the content to the disk and puts it into the place of the old file, which stays as
-    /// `FILE~` if `keepBackup`. \throws Failure
-    void replace(bool keepBackup);
+    /// `FILE~` if `keepBackup`.
+    /// \param seen the old file as it was read, where the new content is made of it: if it is not
+    /// that any more, somebody else's change would be lost, and it stays. \throws Failure
+    void replace(bool keepBackup, const std::optional<FileVersion>& seen = std::nullopt);
 
 private:
     void close();
 
-    std::string target;
+    std::string name;    // as the user has it
+    std::string target;  // where that leads
     std::string temporary;
     int descriptor = -1;
 };
