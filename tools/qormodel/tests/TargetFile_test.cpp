@@ -161,6 +161,31 @@ TEST(TargetFile, RefusesAFolderAndAFolderThatIsNotThere) {
     EXPECT_THROW(TargetFile((file.getFolder() / "no" / "file").string()), Failure);
 }
 
+TEST(TargetFile, RefusesAFileThatTheUserMayNotWriteAlthoughItsFolderWouldLetHim) {
+    const TemporaryFile file("old");
+    ASSERT_EQ(::chmod(file.getFolder().c_str(), 0777), 0);
+    ASSERT_EQ(::chmod(file.getName().c_str(), 0444), 0);
+    const ::pid_t user = ::fork();
+    if (user == 0) {
+        if (::geteuid() == 0 && ::setuid(65534) != 0) ::_exit(3);  // root may write anything
+        try {
+            const TargetFile target(file.getName());
+        } catch (const Failure& failure) {
+            ::_exit(failure.what() == file.getName() + ": cannot be written: Permission denied"
+                        ? 0
+                        : 2);
+        }
+        ::_exit(1);
+    }
+    int status = -1;
+    ::waitpid(user, &status, 0);
+
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(contentOf(file.getName()), "old");
+    EXPECT_EQ(numFilesIn(file.getFolder()), 1u);
+}
+
 TEST(TargetFile, RefusesToReplaceAFileThatIsNotTheOneThatWasSeen) {
     const TemporaryFile file("old");
     const auto seen = inqFileVersion(file.getName());

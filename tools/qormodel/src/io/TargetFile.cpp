@@ -65,6 +65,7 @@ TargetFile::TargetFile(const std::string& file) : name(file), target(file) {
         if (descriptor < 0) fail(file, "cannot be written");
         return;
     }
+    checkWritable();
     temporary = target + ".XXXXXX";
     descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
     if (descriptor < 0) fail(file, "cannot be written");
@@ -74,6 +75,12 @@ TargetFile::TargetFile(const std::string& file) : name(file), target(file) {
 TargetFile::~TargetFile() {
     close();
     if (!temporary.empty()) ::unlink(temporary.c_str());
+}
+
+// To replace a file takes the rights of its folder alone; its own ones are to count as well.
+void TargetFile::checkWritable() const {
+    if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT)
+        fail(name, "cannot be written");
 }
 
 void TargetFile::replace(bool keepBackup, const std::optional<FileVersion>& seen) {

@@ -13,7 +13,8 @@ namespace qormodel {
 class TargetFile {
 public:
     /// Follows symbolic links, so that the link stays. A device or a pipe is not replaced: the
-    /// content goes into it at once. \throws Failure
+    /// content goes into it at once. \throws Failure, also for a file that the user may not write,
+    /// although its folder would let it be replaced
     explicit TargetFile(const std::string& file);
     TargetFile(const TargetFile&) = delete;
     TargetFile& operator=(const TargetFile&) = delete;
@@ -29,6 +30,7 @@ public:
     void replace(bool keepBackup, const std::optional<FileVersion>& seen = std::nullopt);
 
 private:
+    void checkWritable() const;
     void close();
 
     std::string name;    // as the user has it
