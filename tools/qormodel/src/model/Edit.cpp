@@ -1,5 +1,6 @@
 #include "model/Edit.h"
 
+#include "model/ErrorText.h"
 #include "model/ModelPath.h"
 #include "model/ValueText.h"
 #include "model/Values.h"
@@ -35,9 +36,10 @@ std::shared_ptr<ac::Attribute> addAttribute(const Document& document, const std:
     if (!element) throw Failure(document.placeOf(0, 0), "there is no element " + holder);
     auto attribute = makeAttribute(type);
     if (!attribute) throw Failure(type + " is no type of an attribute");
+    if (!ac::AttrContainer::isNameValid(name))
+        throw Failure(document.placeOf(0, 0), textOfNoName(name));
     if (!element->container->addAttribute(attribute, name).lock())
-        throw Failure(document.placeOf(0, 0),
-                      '"' + name + "\" is no valid name, or is taken in " + holder);
+        throw Failure(document.placeOf(0, 0), '"' + name + "\" is taken in " + holder);
     return attribute;
 }
 
@@ -92,8 +94,11 @@ EditResult setValue(const Document& document, const std::string& path, const std
     }
     *attribute = *draft;
     result.after = valueText(*attribute);
-    if (*attribute != *draft)
-        result.refusal = "the change to \"" + valueText(*draft) + "\" was refused by an observer";
+    if (*attribute == *draft) return result;
+    const bool isNoName = attribute->getToken() == 0 && !ac::AttrContainer::isNameValid(text);
+    result.refusal = isNoName ? textOfNoName(text)
+                              : "the change to \"" + valueText(*draft) +
+                                    "\" was refused by an observer";
     return result;
 }
 

@@ -37,4 +37,8 @@ std::string textOf(const QOR::ErrorHandling::ErrorWithCode<ErrorCode>& error) {
     return text;
 }
 
+std::string textOfNoName(const std::string& text) {
+    return '"' + text + "\" is no name: letters, digits, '_', '-' and '.' are";
+}
+
 }  // namespace qormodel

@@ -1,6 +1,7 @@
 #include "model/ScanTree.h"
 
 #include "Failure.h"
+#include "model/ErrorText.h"
 
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/Container.h>
@@ -62,10 +63,7 @@ std::string pathOf(const ac::Object& object) {
 
 ScanTree::ScanTree(const std::string& name)
     : root(ac::Object::create()), scans(ac::Container::create()) {
-    if (root->setName(name))
-        throw Failure('"' + name +
-                      "\" is no name: letters, digits, '_', '-' "
-                      "and '.' are");
+    if (root->setName(name)) throw Failure(textOfNoName(name));
     root->getUuid();
     addValue<std::uint64_t>(*scans, "NumScans", 0);
     addValue<std::uint64_t>(*scans, "NumPoints", 0);

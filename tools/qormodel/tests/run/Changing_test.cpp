@@ -124,7 +124,8 @@ TEST_F(RunSet, RefusesATextThatIsNoValueAndWritesNothing) {
 
 TEST_F(RunSet, WritesNothingWhereAnObserverRefusesOneOfTheChanges) {
     expect({"set", "project.model", "/Scans/Count=3", "/Name=a/b"}, 1, "",
-           "qormodel: project.model: /Name: the change to \"a/b\" was refused by an observer\n"
+           "qormodel: project.model: /Name: \"a/b\" is no name: letters, digits, '_', '-' and "
+           "'.' are\n"
            "qormodel: project.model: /: nothing is written\n");
     EXPECT_EQ(content("project.model"), projectText);
     EXPECT_FALSE(isThere("project.model~"));
