@@ -1,5 +1,7 @@
 #include "commands/CommandLine.h"
 
+#include "model/TypeWords.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -23,6 +25,7 @@ ArgumentKind kindOf(const CLI::Option& option) {
     if (text.find('|') != std::string::npos) return {ArgumentKind::Values, valuesIn(text)};
     if (text.starts_with("PATH")) return {ArgumentKind::Path};
     if (text == "COMMAND") return {ArgumentKind::Command};
+    if (text == "TYPE") return {ArgumentKind::Values, listTypeWords()};
     if (text == "MODEL") return {ArgumentKind::Model};
     if (text == "FILE" || text.starts_with("PAGE")) return {ArgumentKind::File};
     if (text == "KEY" || text.starts_with("VALUE")) return {};

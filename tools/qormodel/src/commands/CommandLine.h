@@ -40,7 +40,7 @@ struct CommandLine {
 };
 
 /// The program, its commands and theirs; hidden ones are left out. What an argument is goes by the
-/// word that stands for it in the help: FILE, MODEL, PATH, COMMAND, or values as in "a|b".
+/// word that stands for it in the help: FILE, MODEL, PATH, TYPE, COMMAND, or values as in "a|b".
 std::vector<CommandLine> listCommandLines(const CLI::App& program);
 
 /// The scripts for the three shells.

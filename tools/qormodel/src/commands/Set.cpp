@@ -1,6 +1,7 @@
 #include "commands/Writing.h"
 
 #include "model/Edit.h"
+#include "model/TypeWords.h"
 
 #include <memory>
 #include <string>
@@ -89,6 +90,20 @@ void run(const Options& options, Session& session) {
     storeDocument(document, options.write);
     if (options.write.output != "-") session.output.add(report.getLines());
 }
+// The words for --add, in lines of a width that all terminals have.
+std::string typeLines() {
+    constexpr std::size_t width = 78;
+    std::string lines;
+    std::string line = " ";
+    for (const auto& word : listTypeWords()) {
+        if (line.size() + 1 + word.size() > width) {
+            lines += line + '\n';
+            line = " ";
+        }
+        line += ' ' + word;
+    }
+    return lines + line + '\n';
+}
 }  // namespace
 
 void addSet(CLI::App& program, Session& session) {
@@ -96,8 +111,10 @@ void addSet(CLI::App& program, Session& session) {
     const auto options = std::make_shared<Options>();
     command->add_option("FILE", options->file, "Model file, - for the standard input")->required();
     command->add_option("PATH=VALUE", options->assignments, "What to set to which value");
-    command->add_option("--add", options->addType,
-                        "Add attributes that are not there, of this type, such as double");
+    command
+        ->add_option("--add", options->addType,
+                     "Add attributes that are not there, of this type, such as double")
+        ->option_text("TYPE");
     command->add_option("--rm", options->removals, "Remove an attribute, field or object")
         ->allow_extra_args(false)
         ->option_text("PATH");
@@ -105,7 +122,8 @@ void addSet(CLI::App& program, Session& session) {
     command->footer(
         "All changes are one write: where an observer refuses one, none is made and "
         "the exit\nstatus is 1.\n\n"
-        "Example:\n  qormodel set project.model /Action=reviewed");
+        "TYPE is one of these, in upper or lower case:\n" +
+        typeLines() + "\nExample:\n  qormodel set project.model /Action=reviewed");
     command->callback([options, &session] { run(*options, session); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "model/ErrorText.h"
 #include "model/ModelPath.h"
+#include "model/TypeWords.h"
 #include "model/ValueText.h"
 #include "model/Values.h"
 #include "model/WrittenCopy.h"
@@ -14,19 +15,23 @@
 namespace qormodel {
 
 namespace {
-std::string typeWord(const std::string& type) {
-    return type.starts_with("Attr<") ? type : "Attr<" + type + '>';
-}
-
 // A free attribute of the type of that word; empty for an unknown word.
 std::shared_ptr<ac::Attribute> makeAttribute(const std::string& type) {
-    const ac::AttrType wanted = ac::AttrContainer::getTypeFromString(typeWord(type));
     std::shared_ptr<ac::Attribute> made;
+    const auto word = inqTypeWord(type);
+    if (!word) return made;
     ac::ValueTypes::forEach([&]<class Row>() {
-        if (Row::token == wanted && Row::isCreated)
-            made = std::make_shared<ac::CustAttr<typename Row::Value>>(std::nullopt);
+        if constexpr (Row::isCreated && Row::hasKey)
+            if (Row::word == *word)
+                made = std::make_shared<ac::CustAttr<typename Row::Value>>(std::nullopt);
     });
     return made;
+}
+
+std::string textOfNoType(const std::string& type) {
+    std::string known;
+    for (const auto& word : listTypeWords()) known += (known.empty() ? "" : ", ") + word;
+    return '"' + type + "\" is no type of an attribute: expected one of " + known;
 }
 
 std::shared_ptr<ac::Attribute> addAttribute(const Document& document, const std::string& path,
@@ -35,7 +40,7 @@ std::shared_ptr<ac::Attribute> addAttribute(const Document& document, const std:
     const auto element = inqElement(document, holder);
     if (!element) throw Failure(document.placeOf(0, 0), "there is no element " + holder);
     auto attribute = makeAttribute(type);
-    if (!attribute) throw Failure(type + " is no type of an attribute");
+    if (!attribute) throw Failure(textOfNoType(type));
     if (!ac::AttrContainer::isNameValid(name))
         throw Failure(document.placeOf(0, 0), textOfNoName(name));
     if (!element->container->addAttribute(attribute, name).lock())

@@ -20,8 +20,8 @@ struct EditResult {
 };
 
 /// Sets an attribute from text as any program sets it: its observers are asked and may refuse.
-/// \param addType the type word, as in "double" or "Attr<double>", of an attribute that is to be
-/// added where there is none; empty for none. \throws Failure for a path or a text that is no value
+/// \param addType the type word, as in "double" or "Attr<double>" in any case, of an attribute that
+/// is to be added where there is none; empty for none. \throws Failure for a path or a text that is no value
 EditResult setValue(const Document& document, const std::string& path, const std::string& text,
                     const std::string& addType);
 

@@ -1,4 +1,4 @@
-// What `set` says of names that it does not take.
+// What `set` says of names and types that it does not take.
 #include "support/InFolder.h"
 #include "support/RunProgram.h"
 #include "support/Sample.h"
@@ -21,6 +21,8 @@ protected:
         return runQormodel(arguments, options);
     }
 };
+
+using RunSetOfTypes = RunSetOfNames;
 
 const std::string rule = " is no name: letters, digits, '_', '-' and '.' are\n";
 
@@ -54,4 +56,35 @@ TEST_F(RunSetOfNames, TellsTheRuleAsNewDoes) {
 
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err, "qormodel: \"Hall 1\"" + rule);
+}
+
+TEST_F(RunSetOfTypes, TakesATypeInAnyCase) {
+    EXPECT_EQ(run({"/x=1", "--add", "string"}).out, "+ /x = 1\n");
+    EXPECT_EQ(run({"/y=1 2 3", "--add", "attr<VEC3DD>"}).out, "+ /y = 1 2 3\n");
+
+    const RunResult added = runQormodel({"tree", "-a", "project.model"}, options);
+    EXPECT_NE(added.out.find("x = 1 Attr<String>\n"), std::string::npos) << added.out;
+    EXPECT_NE(added.out.find("y = 1 2 3 Attr<Vec3dd>\n"), std::string::npos) << added.out;
+}
+
+TEST_F(RunSetOfTypes, ListsTheTypesForAWordThatIsNone) {
+    const RunResult result = run({"/x=1", "--add", "text"});
+
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(result.err.starts_with("qormodel: \"text\" is no type of an attribute: expected "
+                                       "one of int, int8_t, uint8_t, int16_t,"))
+        << result.err;
+    EXPECT_TRUE(result.err.ends_with(", UuidVector, BoolVector, Json::Value\n")) << result.err;
+    EXPECT_EQ(content("project.model"), projectText);
+}
+
+TEST_F(RunSetOfTypes, ListsTheTypesInHelpManualAndCompletion) {
+    for (const char* const command :
+         {"qormodel set --help", "qormodel help --man", "qormodel completion bash",
+          "qormodel completion zsh", "qormodel completion fish"}) {
+        const std::string text = runShell(command, options).out;
+        EXPECT_NE(text.find("int int8_t uint8_t int16_t"), std::string::npos) << command;
+        EXPECT_NE(text.find(" Json::Value"), std::string::npos) << command;
+    }
 }
