@@ -69,7 +69,14 @@ asks for them.
 .TP
 .B PAGER
 What shows long output on a terminal;
-.I less \-FRX
+.I less
+by default, nothing if empty.
+.TP
+.B LESS
+What
+.I less
+is told;
+.I FRX
 by default.
 .SH FILES
 .TP

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ostream>
+#include <string>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -36,9 +37,10 @@ long getHeight() {
     return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 ? size.ws_row : 24;
 }
 
-const char* pagerCommand() {
+// Empty where the user wants none.
+std::string pagerCommand() {
     const char* const wanted = std::getenv("PAGER");
-    return wanted ? wanted : "less -FRX";
+    return wanted ? wanted : "less";
 }
 }  // namespace
 
@@ -65,12 +67,19 @@ void Output::flush() {
 // False where there is no terminal, no need or no pager.
 bool Output::flushThroughPager() {
     if (!isTerminal() || std::count(text.begin(), text.end(), '\n') < getHeight()) return false;
-    std::FILE* const pager = ::popen(pagerCommand(), "w");
+    const std::string command = pagerCommand();
+    if (command.empty()) return false;
+    ::setenv("LESS", "FRX", 0);  // colours as colours, whatever name less goes by
+    std::FILE* const pager = ::popen(command.c_str(), "w");
     if (!pager) return false;
     std::fwrite(text.data(), 1, text.size(), pager);
     if (::pclose(pager) == 127 << 8) return false;  // the shell has not found it
     text.clear();
     return true;
+}
+
+std::string counted(std::uint64_t number, std::string_view what) {
+    return fmt::format("{} {}{}", number, what, number == 1 ? "" : "s");
 }
 
 // Where nobody takes it, nothing is left to be done.
