@@ -25,6 +25,10 @@ struct Place {
 /// "FILE:LINE: PATH: text", without the parts that are not known.
 std::string describe(const Place& place, const std::string& text);
 
+/// Ends a command without a word, with the status that it has so far: who reads its standard output
+/// wants no more of it.
+struct ReaderLeft {};
+
 /// Ends a command with the status `Failed`; nothing of its output is printed.
 class Failure : public std::runtime_error {
 public:

@@ -89,7 +89,11 @@ int runProgram(int argc, const char* const* argv) {
         addCommands(program, session);
         // Ahead of the command: options stand on either side of its name.
         program.parse_complete_callback([&] { session.output.setColourMode(colours); });
-        return parse(program, session, argc, argv);
+        try {
+            return parse(program, session, argc, argv);
+        } catch (const ReaderLeft&) {
+            return static_cast<int>(session.exit);
+        }
     } catch (const std::bad_alloc&) {
         printNote("out of memory");
     } catch (const std::exception& error) {

@@ -55,6 +55,7 @@ Differences, problems or conflicts were found, something would get lost, or ther
 .B 2
 Bad usage, or a file that cannot be read, cannot be written or is broken. Nothing was printed on
 the standard output.
+A reader that closes the standard output early is no failure.
 .TP
 .B 3
 Warnings, where

@@ -21,6 +21,7 @@ TargetBuffer::TargetBuffer(int descriptor, std::string name)
 
 void TargetBuffer::finish() {
     putChunk();
+    if (failure == EPIPE && descriptor == STDOUT_FILENO) throw ReaderLeft();
     if (failure != 0)
         throw Failure(Place{name}, std::string("cannot be written: ") + std::strerror(failure));
 }

@@ -15,7 +15,8 @@ public:
     /// \param name for messages. The descriptor stays open and outlives the buffer.
     TargetBuffer(int descriptor, std::string name);
 
-    /// Writes what is left. \throws Failure where it, or an earlier piece, could not be written.
+    /// Writes what is left. \throws Failure where it, or an earlier piece, could not be written,
+    /// `ReaderLeft` where nobody reads the standard output any more.
     void finish();
     std::uint64_t getNumWritten() const { return numWritten; }
 

@@ -29,7 +29,7 @@ public:
     /// `part` in a colour, where colours are wanted.
     std::string in(Colour colour, std::string_view part) const;
 
-    /// Prints what was collected. \throws Failure
+    /// Prints what was collected. \throws Failure, ReaderLeft
     void flush();
 
 private:
