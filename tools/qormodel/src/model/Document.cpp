@@ -46,7 +46,8 @@ std::unique_ptr<ac::ReferenceDictionary> dictionaryOf(const Outline& outline) {
 
 void checkForm(const Document& document) {
     const Outline& outline = document.outline;
-    if (const auto& broken = outline.broken)
+    // What has no header at all is broken in any way by chance.
+    if (const auto& broken = outline.broken; broken && outline.hasHeader)
         throw Failure(document.placeOf(broken->element, broken->line), broken->text);
     if (!outline.isTextForm)
         throw Failure(document.placeOf(0, 1),
