@@ -4,13 +4,16 @@
 #include "commands/Commands.h"
 #include "io/StandardFiles.h"
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <map>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace qormodel {
 
@@ -46,6 +49,37 @@ void addGlobalOptions(CLI::App& program, ColourMode& colours) {
     program.fallthrough();
 }
 
+// How many letters must be added, taken away or changed to make one word of the other.
+std::size_t distance(const std::string& first, const std::string& second) {
+    std::vector<std::size_t> row(second.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < first.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < second.size(); ++j) {
+            const std::size_t changed = diagonal + (first[i] == second[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+// The command that may have been meant: a third of its letters may be wrong.
+std::string hintFor(const CLI::App& program, const std::string& word) {
+    std::string nearest;
+    std::size_t limit = 0;
+    for (const auto* const command : program.get_subcommands(nullptr)) {
+        const std::string& name = command->get_name();
+        if (command->get_group().empty()) continue;
+        const std::size_t wrong = distance(CLI::detail::to_lower(word), name);
+        if (wrong > (name.size() + 2) / 3 || (!nearest.empty() && wrong >= limit)) continue;
+        nearest = name;
+        limit = wrong;
+    }
+    return nearest.empty() ? "" : "; did you mean " + nearest + '?';
+}
+
 // What is wrong with the command line. The parser knows an unknown command only as a missing one.
 void tellUsage(const CLI::App& program, const CLI::ParseError& error) {
     const auto commands = program.get_subcommands();
@@ -56,7 +90,9 @@ void tellUsage(const CLI::App& program, const CLI::ParseError& error) {
     const auto words = program.remaining();
     if (error.get_name() != "RequiredError") printNote(error.what());
     else if (words.empty()) printNote("expected a command");
-    else printNote("there is no command or option " + words.front());
+    else
+        printNote("there is no command or option " + words.front() +
+                  hintFor(program, words.front()));
     printNote("try 'qormodel --help'");
 }
 

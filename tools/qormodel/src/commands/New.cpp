@@ -64,17 +64,17 @@ void run(const Options& options, Session& session) {
     const bool isQuiet = options.file == "-";
     const auto report = [&](const std::string& path, std::size_t count, const char* what) {
         if (isQuiet) return;
-        session.output.print("{} {}: {} {}\n", session.output.in(Colour::Added, "+"), path, count,
-                             what);
+        session.output.print("{} {}: {}\n", session.output.in(Colour::Added, "+"), path,
+                             counted(count, what));
     };
     for (const auto& file : options.scans) {
         auto scan = readWithProgress(file, points::readPointFile);
         const std::size_t count = scan.points.size();
-        report(tree.addScan(std::move(scan)), count, "points");
+        report(tree.addScan(std::move(scan)), count, "point");
     }
     for (const auto& file : options.tracks) {
         const auto track = readWithProgress(file, points::readTrackFile);
-        report(tree.addTrack(track), track.poses.size(), "poses");
+        report(tree.addTrack(track), track.poses.size(), "pose");
     }
     Document document;
     document.file = options.file;

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,6 +39,9 @@ private:
     std::string text;
     bool hasColours = false;
 };
+
+/// "1 point", "2 points".
+std::string counted(std::uint64_t number, std::string_view what);
 
 /// Prints a piece of text on the standard error output. What cannot be printed is dropped.
 void printOnErrors(std::string_view text);

@@ -54,7 +54,7 @@ TEST_F(RunNew, MakesAProjectOfPointsAndTracks) {
     put("drive.vtk", track);
 
     expect({"new", "hall.model", "--scan", "a.csv", "--scan", "b.ply", "--track", "drive.vtk"}, 0,
-           "+ /Scans/a: 2 points\n+ /Scans/b: 1 points\n+ /drive: 2 poses\n");
+           "+ /Scans/a: 2 points\n+ /Scans/b: 1 point\n+ /drive: 2 poses\n");
 
     EXPECT_EQ(get("hall.model", "/Name"), "hall\n");
     EXPECT_EQ(get("hall.model", "/Scans/b/Points"), "{ (7 8 9) }\n");
@@ -87,7 +87,7 @@ TEST_F(RunNew, NamesTheLineThatIsNoPoint) {
 TEST_F(RunNew, TakesPointsFromTheStandardInput) {
     options.input = "1,2,3\n";
 
-    expect({"new", "hall.model", "--scan", "-"}, 0, "+ /Scans/stdin: 1 points\n");
+    expect({"new", "hall.model", "--scan", "-"}, 0, "+ /Scans/stdin: 1 point\n");
     EXPECT_EQ(get("hall.model", "/Scans/stdin/Points"), "{ (1 2 3) }\n");
     expect({"new", "two.model", "--scan", "-", "--track", "-"}, 2, "",
            "qormodel: only one file can be the standard input\n");
@@ -96,7 +96,7 @@ TEST_F(RunNew, TakesPointsFromTheStandardInput) {
 TEST_F(RunNew, WritesNothingInADryRunAndTheDocumentAloneToTheStandardOutput) {
     put("a.csv", "1,2,3\n");
 
-    expect({"new", "hall.model", "--scan", "a.csv", "--dry-run"}, 0, "+ /Scans/a: 1 points\n");
+    expect({"new", "hall.model", "--scan", "a.csv", "--dry-run"}, 0, "+ /Scans/a: 1 point\n");
     EXPECT_FALSE(isThere("hall.model"));
     EXPECT_TRUE(run({"new", "-", "--scan", "a.csv"}).out.starts_with("\"qormodel project\"\n"));
 }

@@ -113,6 +113,23 @@ TEST(RunProgram, TellsWhatIsWrongWithACommandLine) {
               "qormodel: try 'qormodel cat --help'\n");
 }
 
+TEST(RunProgram, NamesTheCommandThatMayBeMeantByAMistypedOne) {
+    const auto hint = [](const std::string& word) {
+        const std::string text = runQormodel({word}).err;
+        const std::string begin = "qormodel: there is no command or option " + word;
+        EXPECT_TRUE(text.starts_with(begin)) << text;
+        return text.substr(begin.size(), text.find('\n') - begin.size());
+    };
+
+    EXPECT_EQ(hint("tre"), "; did you mean tree?");
+    EXPECT_EQ(hint("Tree"), "; did you mean tree?");
+    EXPECT_EQ(hint("relation"), "; did you mean relations?");
+    EXPECT_EQ(hint("gti-setup"), "; did you mean git-setup?");
+    EXPECT_EQ(hint("sett"), "; did you mean set?");
+    EXPECT_EQ(hint("project.model"), "");
+    EXPECT_EQ(hint("xyz"), "");
+}
+
 TEST(RunProgram, TakesTheWordsOfAnOptionInAnyCase) {
     const TemporaryFile file(projectText);
 
