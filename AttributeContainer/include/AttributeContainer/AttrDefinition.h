@@ -40,6 +40,10 @@ struct QOR_API AttrDefinition {
 
 private:
     friend class AttrList;  // makes the attributes of a table in one piece of memory
+    friend class AttrTable;
+
+    /// Whether a table can make an attribute of its type.
+    bool isMade() const { return roomInBlock() > 0; }
 
     /// What the attribute takes there.
     std::size_t roomInBlock() const;

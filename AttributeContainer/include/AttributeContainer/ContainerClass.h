@@ -105,20 +105,22 @@ protected:
     using Block = ContainerClass;
 
     void init(CreateType type, Source source) {
+        const bool hasFields = !tables().fieldDefinitions.empty();
         {
             const BlockUpdateObservers block(source ? this->self() : nullptr);
             B::init(type, source);
-            this->createAttributes(tables().definitions, type, source);
-            if (!tables().fieldDefinitions.empty())
+            if (hasFields) {  // whose hooks may look at attributes before they get their defaults
+                this->createAttributes(tables().definitions, type, source);
                 this->createFields(tables().fieldDefinitions, type, source);
+            } else {
+                this->declareAttributes(tables().attrTable, source);
+            }
         }
         if (source) return;  // the values came with it
-        this->name(this->getClassName());
-        forEachAttrRow([this]<class T>(std::uint64_t token, const AttrRow<T>& row) {
-            if (row.defaultValue)
-                this->template typedAttribute<T>(token).set(*row.defaultValue);
-        });
+        if (this->name() != this->getClassName()) this->name(this->getClassName());
+        if (hasFields) this->giveDefaults(tables().attrTable);
     }
+    static const AttrTable* attrTable() { return &tables().attrTable; }
 
     static consteval bool ownsAttrToken(std::uint64_t token) {
         return token - B::lastAttrToken() - 1 < lastAttrToken() - B::lastAttrToken();
@@ -143,18 +145,29 @@ private:
         }
     }
 
+    static std::vector<AttrDefinition> makeDefinitions() {
+        std::vector<AttrDefinition> rows;
+        forEachAttrRow([&rows]<class T>(std::uint64_t token, const AttrRow<T>& row) {
+            rows.push_back({token, row.key, attrTypeOf<T>, row.category});
+        });
+        return rows;
+    }
+    static void setDefaults(AttrList& list) {
+        forEachAttrRow([&list]<class T>(std::uint64_t token, const AttrRow<T>& row) {
+            if (row.defaultValue) static_cast<Attr<T>&>(*list.get(token)).set(*row.defaultValue);
+        });
+    }
+
     // One object, because key tables and map index the rows and must be made after them.
     struct Tables {
-        std::vector<AttrDefinition> definitions;
+        std::vector<AttrDefinition> definitions = makeDefinitions();
         std::vector<FieldDefinition> fieldDefinitions;
         DataStructures::KeyTable attrKeyTable;
         DataStructures::KeyTable fieldKeyTable;
         AttrDefMap attrDefMap;
+        AttrTable attrTable{definitions, setDefaults, B::attrTable()};
 
         Tables() {
-            forEachAttrRow([this]<class T>(std::uint64_t token, const AttrRow<T>& row) {
-                definitions.push_back({token, row.key, attrTypeOf<T>, row.category});
-            });
             forEachFieldRow(
                 [this](FieldDefinition row) { fieldDefinitions.push_back(std::move(row)); });
             attrKeyTable = Block::createKeyTableFromAttrDefinitions(definitions);

@@ -72,6 +72,14 @@ public:
     virtual VisitResult visitDone(AttrContainer& container);
     /// Ahead of them; a result that is not Continue keeps the walk out of the container.
     virtual VisitResult visit(AttrContainer& container);
+
+    /// Whether walks pass over the attributes of a class level that nobody has ever asked for: they
+    /// hold their defaults, have no marks and no observers. No at first: a walk visits them all.
+    bool passesUntouched() const { return passes; }
+    void setPassesUntouched(bool value) { passes = value; }
+
+private:
+    bool passes = false;
 };
 
 /// Visits observers, each behind what it contains.

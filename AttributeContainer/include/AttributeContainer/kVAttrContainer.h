@@ -4,6 +4,7 @@
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/AttrDefinition.h>
 #include <AttributeContainer/AttrList.h>
+#include <AttributeContainer/AttrTable.h>
 #include <AttributeContainer/Attribute.h>
 #include <AttributeContainer/CustAttrList.h>
 #include <AttributeContainer/FieldList.h>
@@ -258,6 +259,13 @@ protected:
                           const Source& source);
     bool createFields(const std::vector<FieldDefinition>& rows, CreateType type,
                       const Source& source);
+    /// `createAttributes` for the class block: without values to take over, the attributes are made
+    /// with their defaults when the first of them is asked for.
+    void declareAttributes(const AttrTable& table, const Source& source);
+    /// Gives the attributes of a table their defaults.
+    void giveDefaults(const AttrTable& table) { table.giveDefaults(*attrList); }
+    /// The table of the nearest class that has one; null here, at the base of all.
+    static const AttrTable* attrTable() { return nullptr; }
     static DataStructures::KeyTable createKeyTableFromAttrDefinitions(
         const std::vector<AttrDefinition>& rows);
     static DataStructures::KeyTable createKeyTableFromFieldDefinitions(
@@ -279,6 +287,14 @@ protected:
     template <class T>
     const Attr<T>& typedAttribute(std::uint64_t token) const {
         return static_cast<const Attr<T>&>(hardCodedAttribute(token));
+    }
+    /// The attribute of that token to look at. One that is still to be made stays so: another that
+    /// is like it, of no container, stands for it.
+    const std::shared_ptr<Attribute>& lookAtAttribute(std::uint64_t token) const;
+    /// The table whose attributes, that of the token among them, are still to be made with their
+    /// defaults, since nobody has asked for one; null if they are there.
+    const AttrTable* untouchedTable(std::uint64_t token) const {
+        return attrList ? attrList->untouchedTable(token) : nullptr;
     }
     std::shared_ptr<AttrContainer> self();
 

@@ -116,12 +116,18 @@ std::uint64_t AttrContComparer::compareInPlace(const AttrContainer& first,
     if (typeid(first) != typeid(second)) return 0;
     const std::uint64_t number = first.getNumHardCodedAttributes();
     if (number != second.getNumHardCodedAttributes() || !isFoundInPlace(first)) return 0;
-    for (std::uint64_t token = 0; token < number; ++token)
-        if (!first.attributeAt(token) || !second.attributeAt(token)) return 0;
     for (std::uint64_t token = 0; token < number; ++token) {
-        const Attribute& a = *first.attributeAt(token);
-        const Attribute& b = *second.attributeAt(token);
-        if (a != b && isActive(first, token)) numDifferences += handleAttributes(&a, &b);
+        const AttrTable* const untouched = first.untouchedTable(token);
+        if (untouched && untouched == second.untouchedTable(token)) {
+            token = untouched->getLastToken();  // all are as at first on both sides
+            continue;
+        }
+        const auto& a = first.lookAtAttribute(token);
+        const auto& b = second.lookAtAttribute(token);
+        if (!a || !b) return token;
+        if (!(*a != *b) || !isActive(first, token)) continue;
+        numDifferences += handleAttributes(first.attributeAt(token).get(),
+                                           second.attributeAt(token).get());
     }
     return number;
 }

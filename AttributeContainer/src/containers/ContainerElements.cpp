@@ -8,15 +8,19 @@
 namespace QOR::AttributeContainer {
 
 Attribute& AttrContainer::hardCodedAttribute(std::uint64_t token) const {
-    if (!attrList || token >= attrList->size() || !attrList->get(token))
-        throw std::out_of_range("invalid vector subscript");
-    return *attrList->get(token);
+    Attribute* const attribute = attrList ? attrList->get(token).get() : nullptr;
+    if (!attribute) throw std::out_of_range("invalid vector subscript");
+    return *attribute;
 }
 
 const std::shared_ptr<Attribute>& AttrContainer::attributeAt(std::uint64_t token) const {
     static const std::shared_ptr<Attribute> none;
     if (attrList && token < attrList->size()) return attrList->get(token);
     return custAttrList ? custAttrList->get(token) : none;
+}
+
+const std::shared_ptr<Attribute>& AttrContainer::lookAtAttribute(std::uint64_t token) const {
+    return attrList && token < attrList->size() ? attrList->look(token) : attributeAt(token);
 }
 
 std::weak_ptr<Attribute> AttrContainer::getAttribute(std::uint64_t token) {

@@ -1,6 +1,7 @@
 // The tables of a container class, and what is made from them.
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace QOR::AttributeContainer {
@@ -26,6 +27,9 @@ std::vector<KeyTableEntry> makeStreamRows() {
     rows.insert(rows.end(), std::begin(streamWords), std::end(streamWords));
     return rows;
 }
+
+// More than any class has; what a class answers is not trusted.
+constexpr std::uint64_t maxReserved = 256;
 
 // Rows without a name are not to be found by one.
 template <class Definition>
@@ -53,9 +57,17 @@ const std::vector<AttrDefinition>& AttrContainer::ownDefinitions() {
 
 bool AttrContainer::createAttributes(const std::vector<AttrDefinition>& rows, CreateType type,
                                      const Source& source) {
-    if (!attrList) attrList = std::make_unique<AttrList>(*this);
+    if (!attrList) {
+        attrList = std::make_unique<AttrList>(*this);
+        const std::uint64_t numInChain = getMaxAttrToken() + 1;  // unless a class says otherwise
+        attrList->reserve(std::min(numInChain, maxReserved));
+    }
     return attrList->createAttributes(rows, type,
                                       source ? source->get().attrList.get() : nullptr);
+}
+
+void AttrContainer::declareAttributes(const AttrTable& table, const Source& source) {
+    attrList->declare(table, source ? source->get().attrList.get() : nullptr);
 }
 
 FieldList& AttrContainer::fields() {

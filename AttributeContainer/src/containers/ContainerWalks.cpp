@@ -49,6 +49,11 @@ VisitorCore::VisitResult AttrContainer::attributeVisitor(AttributeVisitor& visit
     if (level >= visitor.getFirstLevel()) {
         const auto visitEach = [&](std::uint64_t first, auto end) {
             for (std::uint64_t token = first; token < end(); ++token) {
+                if (const AttrTable* const table = untouchedTable(token);
+                    table && visitor.passesUntouched()) {
+                    token = table->getLastToken();
+                    continue;
+                }
                 const auto attribute = attributeAt(token);
                 if (!attribute) continue;
                 result = result | visitor.visit(*attribute);

@@ -39,6 +39,8 @@ VisitorCore::VisitResult ExchangePtr::visit(Attribute& attribute) {
 }
 
 VisitorCore::VisitResult UpdateObserver::visit(Attribute& attribute) {
+    // Most have no relations, and then nothing is to be swapped, resolved or sorted.
+    if (attribute.getNumPreObservers() + attribute.getNumPostObservers() == 0) return Continue;
     ExchangePtr::visit(attribute);
     attribute.updateObserverLists(true);
     return Continue;
@@ -51,6 +53,7 @@ VisitorCore::VisitResult UpdateObserver::visit(AttrContainer& container) {
 
 void AttrContainer::updateObservers(ObserverRelationTableObserver& table) {
     UpdateObserver visitor(table);
+    visitor.setPassesUntouched(true);  // nobody watches them
     attributeVisitor(visitor, true);
 }
 

@@ -103,13 +103,19 @@ void Object::setUuid(const uuids::uuid& uuid) {
 }
 
 ClassVersion Object::getStoredClassVersion() const {
+    // Every object that is written is asked; most have never had one.
+    const auto numberAt = [this](std::uint64_t token) {
+        return static_cast<const Attr<unsigned short>&>(*lookAtAttribute(token)).get();
+    };
     ClassVersion version;
-    if (getNumHardCodedAttributes() > MajorVersionToken) version.major = MajorVersion();
-    if (getNumHardCodedAttributes() > MinorVersionToken) version.minor = MinorVersion();
+    if (getNumHardCodedAttributes() > MajorVersionToken) version.major = numberAt(MajorVersionToken);
+    if (getNumHardCodedAttributes() > MinorVersionToken) version.minor = numberAt(MinorVersionToken);
     return version;
 }
 
 void Object::setClassVersion(const ClassVersion& version) {
+    // Nobody would hear of it.
+    if (untouchedTable(MajorVersionToken) && version == getStoredClassVersion()) return;
     if (getNumHardCodedAttributes() > MajorVersionToken)
         MajorVersion(static_cast<unsigned short>(version.major));
     if (getNumHardCodedAttributes() > MinorVersionToken)

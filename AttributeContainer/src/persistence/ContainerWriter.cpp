@@ -21,6 +21,7 @@ namespace QOR::AttributeContainer {
 namespace {
 bool holdsMarkedAttribute(AttrContainer& container) {
     AttrCountMarkedVisitor visitor(std::numeric_limits<unsigned>::max());
+    visitor.setPassesUntouched(true);
     container.attributeVisitor(visitor, true);
     return visitor.getNumMarkedAttributes() > 0;
 }
@@ -62,7 +63,7 @@ ErrorPtr AttrContainer::writeTo(std::ostream& stream,
     FirstWarning firstWarning;
     scope.getMof().startBlock("AttrContainer");
     for (std::uint64_t token = 0; token < getNumAttributes(); ++token) {
-        const auto attribute = attributeAt(token);
+        const auto attribute = lookAtAttribute(token);
         if (!attribute) continue;
         const AttrDefinition* const definition = getAttrDefinition(token);
         if (definition && (definition->category & AttrDefinition::notPersistent) != 0) continue;
