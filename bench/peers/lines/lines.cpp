@@ -2,6 +2,8 @@
 #include "support/Harness.h"
 #include "support/MemoryBuffer.h"
 
+#include <QOR/BufferedSink.h>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -100,6 +102,19 @@ void systemCalls(Run& run) {
     unlink(path.c_str());
 }
 
+void intoSink(Run& run) {
+    run.useWallClock();
+    const std::string path = bench::scratchDir() + "/sink.txt";
+    {
+        std::ofstream file(path);
+        QOR::BufferedSink sink(*file.rdbuf());
+        std::ostream stream(&sink);
+        runLines(run, [&] { writeLine(stream, true); });
+        if (!sink.finish()) throw std::runtime_error("cannot write");
+    }
+    unlink(path.c_str());
+}
+
 BENCH_PEER("W0", "memcpy", NotText, plainMemory);
 BENCH_PEER("W0", "stringbuf_sputn", Floor, intoBuffer);
 BENCH_PEER("W0", "stringbuf_sputn_sync", Model, intoBufferWithFlush<std::stringbuf>);
@@ -112,6 +127,7 @@ BENCH_PEER("W0", "ofstream_nl_disk", Peer,
 BENCH_PEER("W0", "ofstream_endl_disk", Peer,
            [](Run& run) { intoFile(run, bench::scratchDir(), true); });
 BENCH_PEER("W0", "ofstream_endl_tmpfs", Peer, [](Run& run) { intoFile(run, "/dev/shm", true); });
+BENCH_PEER("W0", "ours_buffered_sink_disk", Ours, intoSink);
 BENCH_PEER("W0", "write2_per_line_disk", Floor, systemCalls);
 
 }  // namespace

@@ -1,16 +1,16 @@
 // A stream buffer onto a file descriptor, made for the model stream.
 #pragma once
 
+#include <QOR/BufferedSink.h>
+
 #include <cstdint>
-#include <streambuf>
 #include <string>
-#include <vector>
 
 namespace qormodel {
 
-/// Collects what is written and passes it on in large pieces. The model stream is flushed behind
-/// every line, which costs nothing here. Nothing is written in the destructor: `finish` does it.
-class TargetBuffer : public std::streambuf {
+/// Collects what is written and passes it on in large pieces. Nothing is written in the destructor:
+/// `finish` does it.
+class TargetBuffer : public QOR::BufferedSink {
 public:
     /// \param name for messages. The descriptor stays open and outlives the buffer.
     TargetBuffer(int descriptor, std::string name);
@@ -21,19 +21,13 @@ public:
     std::uint64_t getNumWritten() const { return numWritten; }
 
 protected:
-    int_type overflow(int_type character) override;
-    std::streamsize xsputn(const char* data, std::streamsize count) override;
-    int sync() override { return 0; }
+    bool pass(const char* data, std::size_t size) override;
 
 private:
-    bool put(const char* data, std::size_t count);
-    bool putChunk();
-
     int descriptor;
     std::string name;
     int failure = 0;  // errno of the first write that failed
     std::uint64_t numWritten = 0;
-    std::vector<char> chunk;
 };
 
 }  // namespace qormodel
