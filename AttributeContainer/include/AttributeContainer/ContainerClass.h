@@ -59,8 +59,11 @@ public:
 
     using B::getAttrDefinition;
     const AttrDefinition* getAttrDefinition(std::uint64_t token) const override {
-        const auto row = tables().attrDefMap.find(token);
-        return row != tables().attrDefMap.end() ? row->second : B::getAttrDefinition(token);
+        // The rows have the tokens from the first one on without a gap, so none is searched for.
+        const auto& rows = tables().definitions;
+        const std::uint64_t index = token - B::lastAttrToken() - 1;
+        const bool isNamed = index < rows.size() && !rows[index].name.empty();
+        return isNamed ? &rows[index] : B::getAttrDefinition(token);
     }
     std::optional<std::string> getAttrName(std::uint64_t token) const override {
         auto name = tables().attrKeyTable.tokenToKey(token);
@@ -158,13 +161,12 @@ private:
         });
     }
 
-    // One object, because key tables and map index the rows and must be made after them.
+    // One object, because what indexes the rows must be made after them.
     struct Tables {
         std::vector<AttrDefinition> definitions = makeDefinitions();
         std::vector<FieldDefinition> fieldDefinitions;
         DataStructures::KeyTable attrKeyTable;
         DataStructures::KeyTable fieldKeyTable;
-        AttrDefMap attrDefMap;
         AttrTable attrTable{definitions, setDefaults, B::attrTable()};
 
         Tables() {
@@ -172,7 +174,6 @@ private:
                 [this](FieldDefinition row) { fieldDefinitions.push_back(std::move(row)); });
             attrKeyTable = Block::createKeyTableFromAttrDefinitions(definitions);
             fieldKeyTable = Block::createKeyTableFromFieldDefinitions(fieldDefinitions);
-            attrDefMap = Block::createAttrDefMapFromAttrDefinitions(definitions);
         }
     };
     // Local, so that a container made by another file's static initialiser finds it ready.

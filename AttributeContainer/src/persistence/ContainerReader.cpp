@@ -6,6 +6,7 @@
 #include "containers/ObserverObservable.h"
 #include "persistence/BlockEnd.h"
 #include "persistence/ContainerWords.h"
+#include "persistence/NothingNew.h"
 #include "persistence/SpareAttributes.h"
 
 #include <string_view>
@@ -85,15 +86,22 @@ ErrorPtr ContainerReader::readAttribute() {
     // The "}" of the block first: who is told of the value may read a stream of its own, on which
     // the keyword must not wait for it.
     imf.nextKeyword();
-    auto error = takeAttribute(name, read);
+    auto error = takeAttribute(name, type, read);
     SpareAttributes::giveBack(type, std::move(read));
     imf.nextKeyword();  // past the "}"
     return error;
 }
 
 // Leaves an attribute that went into the container to it alone.
-ErrorPtr ContainerReader::takeAttribute(const std::string& name, std::shared_ptr<Attribute>& read) {
-    const auto existing = container.attributeAt(container.getAttrToken(name));
+ErrorPtr ContainerReader::takeAttribute(const std::string& name, AttrType type,
+                                        std::shared_ptr<Attribute>& read) {
+    const std::uint64_t token = container.getAttrToken(name);
+    if (container.untouchedTable(token)) {
+        // Streams name all attributes; one that has its default need not be made for that.
+        const auto& untouched = container.lookAtAttribute(token);
+        if (untouched && isNothingNew(type, *read, *untouched)) return nullptr;
+    }
+    const auto existing = container.attributeAt(token);
     if (!existing) {
         if (!name.empty())
             container.addAttribute(std::move(read), container.generateUniqueName(name));

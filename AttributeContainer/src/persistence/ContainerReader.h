@@ -24,7 +24,8 @@ public:
 private:
     ErrorPtr readBlock(const std::string& keyword);
     ErrorPtr readAttribute();
-    ErrorPtr takeAttribute(const std::string& name, std::shared_ptr<Attribute>& read);
+    ErrorPtr takeAttribute(const std::string& name, AttrType type,
+                                         std::shared_ptr<Attribute>& read);
     ErrorPtr readOwnRelations();
 
     AttrContainer& container;

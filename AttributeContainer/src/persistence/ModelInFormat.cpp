@@ -73,7 +73,7 @@ void ModelInFormat::dropKeyword() {
 bool ModelInFormat::takePropagateKeyword() {
     if (!thread.hasPropagateKeyword) return false;
     if (thread.isBrace) {
-        *keyword = ModelFormat::END_OF_BLOCK_STR;
+        keyword->assign(1, ModelFormat::END_OF_BLOCK);
         thread.hasPropagateKeyword = false;
         return true;
     }

@@ -53,7 +53,7 @@ std::string_view takeWordOfArea(std::streambuf& buffer) {
     const char* const begin = GetArea::begin(buffer);
     const char* const end = begin + std::min(GetArea::end(buffer) - begin, GetArea::mostAtOnce);
     const char* word = begin;
-    while (word != end && isWhiteSpace(*word)) ++word;
+    while (word != end && !isAboveBlank(*word) && isWhiteSpace(*word)) ++word;
     if (word == end) return {};
     const char* wordEnd = word + 1;
     if (!isBrace(static_cast<unsigned char>(*word))) {

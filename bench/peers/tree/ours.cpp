@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -122,22 +123,30 @@ private:
     std::shared_ptr<ac::Object> root = BenchObject::create();
 };
 
-/// Bytes that each of many new objects holds.
-template <class Class> double heapOfNew() {
+/// Bytes that each of many new objects holds, untouched or with all its attributes asked for.
+template <class Class> double heapOfNew(bool isTouched) {
     constexpr std::size_t numObjects = 10'000;
     std::vector<std::shared_ptr<Class>> objects(numObjects);
     Class::create();  // what the class makes once
     const auto before = bench::heapBytes();
-    for (auto& object : objects) object = Class::create();
+    for (auto& object : objects) {
+        object = Class::create();
+        for (std::uint64_t token = 0; isTouched && token < object->getNumAttributes(); ++token)
+            std::ignore = object->getAttribute(token);
+    }
     return static_cast<double>(bench::heapBytes() - before) / numObjects;
 }
 
 // A class attribute costs what a class with eight of them holds more than its base.
 void recordNewObjects(bench::Run& run) {
     constexpr double numOwnAttributes = BenchObject::lastAttrToken() - ac::Object::lastAttrToken();
-    const double heap = heapOfNew<BenchObject>();
-    run.record("heap_new", heap, "B/object");
-    run.record("heap_attr", (heap - heapOfNew<ac::Object>()) / numOwnAttributes, "B/attribute");
+    for (const bool isTouched : {false, true}) {
+        const double heap = heapOfNew<BenchObject>(isTouched);
+        const double heapOfBase = heapOfNew<ac::Object>(isTouched);
+        run.record(isTouched ? "heap_touched" : "heap_new", heap, "B/object");
+        run.record(isTouched ? "heap_attr_touched" : "heap_attr",
+                   (heap - heapOfBase) / numOwnAttributes, "B/attribute");
+    }
 }
 
 BENCH_PEER("W3", "ours", Ours, [](bench::Run& run) {
