@@ -69,7 +69,6 @@ protected:
 private:
     const T& getCached() const;
     /// The other as one of this type; null when it is none.
-    const Attr* asSameType(const Attribute& other) const;
     void store(const T& newValue);
     /// A text was stored; called for no other type.
     virtual void stored() const {}

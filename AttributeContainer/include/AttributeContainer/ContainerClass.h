@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -157,7 +158,10 @@ private:
     }
     static void setDefaults(AttrList& list) {
         forEachAttrRow([&list]<class T>(std::uint64_t token, const AttrRow<T>& row) {
-            if (row.defaultValue) static_cast<Attr<T>&>(*list.get(token)).set(*row.defaultValue);
+            if (!row.defaultValue) return;
+            Attribute* const attribute = list.get(token).get();
+            if (!attribute) throw std::out_of_range("invalid vector subscript");
+            static_cast<Attr<T>&>(*attribute).set(*row.defaultValue);
         });
     }
 

@@ -4,6 +4,7 @@
 #include <AttributeContainer/Attr.h>
 #include <AttributeContainer/kVAttrContainer.h>
 
+#include "attributes/AsTyped.h"
 #include "attributes/MakeAttribute.h"
 #include "attributes/SameValue.h"
 
@@ -143,19 +144,9 @@ struct OtherPrecision<Vec3d<double>> {
 };
 }  // namespace detail
 
-// Two of one class are of one type, and so is what a stream was read into; only others need the
-// search through their bases.
-template <AttrValue T>
-const Attr<T>* Attr<T>::asSameType(const Attribute& other) const {
-    const std::type_info& type = typeid(other);
-    if (type == typeid(*this) || type == typeid(CustAttr<T>))
-        return static_cast<const Attr<T>*>(&other);
-    return dynamic_cast<const Attr<T>*>(&other);
-}
-
 template <AttrValue T>
 Attr<T>& Attr<T>::operator=(const Attribute& other) {
-    if (const auto* const same = asSameType(other)) {
+    if (const auto* const same = asTyped<T>(other)) {
         set(same->get());
         return *this;
     }
@@ -175,7 +166,7 @@ Attr<T>& Attr<T>::operator=(const Attribute& other) {
 
 template <AttrValue T>
 bool Attr<T>::operator==(const Attribute& other) const {
-    const auto* const same = asSameType(other);
+    const auto* const same = asTyped<T>(other);
     return same && (same == this || sameValue(get(), same->get()));
 }
 

@@ -3,6 +3,7 @@
 
 #include <QOR/Text.h>
 
+#include "attributes/AsTyped.h"
 #include "containers/UniqueNames.h"
 
 #include <algorithm>
@@ -17,14 +18,6 @@ bool isMark(char character) {
     return character == '_' || character == '-' || character == '.';
 }
 
-// The attribute as one of a text, null if it is none. It is nearly always that of a row; the search
-// through the bases costs many times as much.
-const Attr<std::string>* asText(const Attribute& attribute) {
-    if (typeid(attribute) == typeid(HardCodedAttr<std::string>))
-        return static_cast<const HardCodedAttr<std::string>*>(&attribute);
-    return dynamic_cast<const Attr<std::string>*>(&attribute);
-}
-
 bool isNameCharacter(char character) {
     return std::isalnum(static_cast<unsigned char>(character)) != 0 || isMark(character);
 }
@@ -32,7 +25,7 @@ bool isNameCharacter(char character) {
 
 std::string AttrContainer::getName() const {
     const Attribute* const first = attrList ? attrList->get(0).get() : nullptr;
-    const auto* const attribute = first ? asText(*first) : nullptr;
+    const auto* const attribute = first ? asTyped<std::string>(*first) : nullptr;
     return attribute ? attribute->get() : std::string{};
 }
 
@@ -109,7 +102,7 @@ Action::ExecReturn AttrContainer::toChangeNotify(Observable& observable, Initiat
     if (!attribute) return Observer::toChangeNotify(observable, initiator);
     const bool isOwnName = attrList && attrList->get(0).get() == attribute;
     if (!isOwnName && attribute->getToken() != 0) return Action::ExecDone;
-    const auto* const nameAttribute = asText(*attribute);
+    const auto* const nameAttribute = asTyped<std::string>(*attribute);
     if (!nameAttribute) return Action::ExecDone;
     const auto info = attribute->lookupNotifyInfo(typeid(NewValueInfo<std::string>));
     if (!info) return Action::ExecDone;

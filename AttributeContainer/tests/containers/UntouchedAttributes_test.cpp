@@ -72,6 +72,15 @@ public:
     QOR_ATTRIBUTE(1, double, Angle);
 };
 
+/// A default where no table makes the attribute.
+class Misdeclared : public ContainerClass<Misdeclared, AttrContainer, "Misdeclared"> {
+public:
+    using Block::Block;
+
+    QOR_ATTRIBUTE(1, int, Count);
+    QOR_ATTRIBUTE(2, ScanPt, Point, ScanPt{});
+};
+
 std::shared_ptr<Lamp> touchedLamp() {
     const auto lamp = Lamp::create();
     lamp->Label();
@@ -144,6 +153,12 @@ TEST(UntouchedAttributes, OfARowThatNoTableMakesAreNone) {
     const auto* const lit = &beacon->Attr_Lit();
     EXPECT_EQ(beacon->getAttribute(Beacon::PointToken).lock(), nullptr);
     EXPECT_EQ(&beacon->Attr_Lit(), lit);
+}
+
+TEST(UntouchedAttributes, ThrowWhereADefaultIsThatOfARowThatNoTableMakes) {
+    const auto misdeclared = Misdeclared::create();
+    EXPECT_THROW(misdeclared->Count(), std::out_of_range);
+    EXPECT_EQ(misdeclared->getName(), "Misdeclared");
 }
 
 TEST(UntouchedAttributes, AreMadeAtOnceInAClassWithFieldsWhoseHooksComeBeforeTheDefaults) {
