@@ -12,6 +12,7 @@
 namespace QOR::AttributeContainer {
 
 class ChildIndex;
+class FewNames;
 class Object;
 
 /// The children of one object, in the order in which they were added.
@@ -20,7 +21,8 @@ class Object;
 ///
 /// From some 16 children on the list looks names up in an index, which follows every change of a
 /// name attribute. A class whose `getName` takes the name from elsewhere costs its siblings the
-/// index, not the right answer, as long as the two differ when the child is indexed.
+/// index, not the right answer, as long as the two differ when the child is indexed. A shorter list
+/// is walked; where it is searched again and again, over names that are kept side by side.
 class QOR_API ChildList {
 public:
     using Children = std::list<std::shared_ptr<Object>>;
@@ -57,10 +59,14 @@ private:
     std::optional<std::string> nameStored(const Object& child);
     const std::shared_ptr<Object>& scan(const std::string& name) const;
     ChildIndex* lookupIndex() const;
+    const FewNames* lookupNames() const;
+    void forgetNames() const;
 
     Children children;
     std::uint64_t numRemoved = 0;  // tells walks when their place may be gone
     mutable std::unique_ptr<ChildIndex> index;  // none until a search makes it worth its cost
+    mutable std::unique_ptr<FewNames> names;    // the same for a short list
+    mutable std::uint8_t numScans = 0;          // of a short list since its last change
 };
 
 }  // namespace QOR::AttributeContainer

@@ -5,6 +5,7 @@
 #include <QOR/Text.h>
 
 #include "objects/ChildIndex.h"
+#include "objects/FewNames.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,8 +18,10 @@ namespace {
 // The answer of a search that finds nothing, for every list, so that answers can be references.
 const std::shared_ptr<Object> noChild;
 
-// Below, a walk over the children is as fast as a search, and needs no memory.
-constexpr std::uint64_t worthAnIndex = 16;
+// Below, a walk over the names is as fast as a search.
+constexpr std::uint64_t worthAnIndex = FewNames::maxSize + 1;
+// The names of fewer are looked up at the children.
+constexpr std::uint64_t worthNames = 3;
 }  // namespace
 
 ChildList::ChildList() = default;
@@ -32,9 +35,14 @@ const std::shared_ptr<Object>& ChildList::getChild(std::uint64_t position) const
 
 const std::shared_ptr<Object>& ChildList::inqChild(const std::string& name) const {
     if (name.empty()) return noChild;
-    const ChildIndex* const names = lookupIndex();
-    if (!names) return scan(name);
-    const auto found = names->find(name);
+    const ChildIndex* const known = lookupIndex();
+    if (!known) {
+        const FewNames* const few = lookupNames();
+        if (!few) return scan(name);
+        const auto* const found = few->find(name);
+        return found ? *found : noChild;
+    }
+    const auto found = known->find(name);
     if (!found) return noChild;
     const auto& child = **found;
     if (compareIgnoreCase(child->getName(), name) == 0) return child;
@@ -60,6 +68,7 @@ std::optional<std::uint64_t> ChildList::lookupChild(const Object& child) const {
 
 void ChildList::append(std::shared_ptr<Object> child) {
     if (children.size() >= children.max_size()) throw std::length_error("list too long");
+    forgetNames();
     children.push_back(std::move(child));
     // A name that is not the stored one lasts no longer than the thread's announcement of it.
     if (!index) return;
@@ -69,6 +78,7 @@ void ChildList::append(std::shared_ptr<Object> child) {
 
 std::shared_ptr<Object> ChildList::remove(Children::const_iterator place) {
     auto child = *place;
+    forgetNames();
     if (index) index->remove(*child);
     children.erase(place);
     ++numRemoved;
@@ -76,6 +86,7 @@ std::shared_ptr<Object> ChildList::remove(Children::const_iterator place) {
 }
 
 ChildList::Children ChildList::removeAll() {
+    forgetNames();
     index.reset();
     numRemoved += children.size();
     return std::exchange(children, {});
@@ -87,6 +98,7 @@ ChildList::Children::const_iterator ChildList::find(const Object& child) const {
 }
 
 std::optional<std::string> ChildList::nameStored(const Object& child) {
+    forgetNames();
     if (!index) return std::nullopt;
     auto former = index->getName(child);
     if (Attribute::isCachedAttributePending() || !index->rename(child)) index.reset();
@@ -98,6 +110,20 @@ ChildIndex* ChildList::lookupIndex() const {
     if (children.size() < worthAnIndex || Attribute::isCachedAttributePending()) return nullptr;
     if (!index) index = ChildIndex::make(*this);
     return index.get();
+}
+
+// The names of a short list, side by side from the second search behind a change on: lists that
+// grow name check by name check never need them.
+const FewNames* ChildList::lookupNames() const {
+    if (children.size() < worthNames || children.size() >= worthAnIndex) return nullptr;
+    if (Attribute::isCachedAttributePending()) return nullptr;
+    if (numScans < 2 && ++numScans == 2) names = FewNames::make(*this);
+    return names.get();
+}
+
+void ChildList::forgetNames() const {
+    names.reset();
+    numScans = 0;
 }
 
 }  // namespace QOR::AttributeContainer

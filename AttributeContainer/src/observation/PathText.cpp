@@ -3,7 +3,8 @@
 #include <AttributeContainer/ThreadWord.h>
 
 #include <algorithm>
-#include <vector>
+#include <string_view>
+#include <utility>
 
 namespace QOR::AttributeContainer {
 
@@ -12,14 +13,13 @@ namespace {
 constexpr unsigned maxSteps = 1000;
 QOR_THREAD_WORD unsigned numSteps = 0;
 
-std::vector<std::string> split(const std::string& path) {
-    std::vector<std::string> segments;
-    for (std::size_t begin = 0; begin < path.size();) {
-        const std::size_t end = std::min(path.find('/', begin), path.size());
-        if (end > begin) segments.push_back(path.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return segments;
+// Takes the next name off a path, from `begin` on. \return an empty one at its end.
+std::string_view takeName(std::string_view path, std::size_t& begin) {
+    while (begin < path.size() && path[begin] == '/') ++begin;
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    const std::string_view name = path.substr(begin, end - begin);
+    begin = end;
+    return name;
 }
 }  // namespace
 
@@ -31,13 +31,15 @@ bool PathStep::isTooDeep() const { return numSteps > maxSteps; }
 
 std::weak_ptr<const ObservingObject> resolveSegments(const ObservingObject& start,
                                                      const std::string& path) {
-    if (path.find('/') == std::string::npos) return {};
-    const auto segments = split(path);
-    if (segments.size() < 2) return {};
+    std::size_t at = 0;
+    std::string_view name = takeName(path, at);
+    if (at == path.size()) return {};
+    std::string_view next = takeName(path, at);
+    if (next.empty()) return {};
     const ObservingObject* current = &start;
     std::shared_ptr<const ObservingObject> found;  // keeps the element of the last step
-    for (const std::string& segment : segments) {
-        found = current->inqObserver(segment).lock();
+    for (; !name.empty(); name = std::exchange(next, takeName(path, at))) {
+        found = current->inqObserver(std::string(name)).lock();
         if (!found) return {};
         current = found.get();
     }
