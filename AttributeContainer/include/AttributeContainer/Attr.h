@@ -70,6 +70,9 @@ private:
     const T& getCached() const;
     /// The other as one of this type; null when it is none.
     void store(const T& newValue);
+    // The less common roads of `set`: what all take stays short without them.
+    void setAsking(const T& newValue, const std::shared_ptr<ObservingObject>& initiator);
+    void setByFlags(const T& newValue, const std::shared_ptr<ObservingObject>& initiator);
     /// A text was stored; called for no other type.
     virtual void stored() const {}
 

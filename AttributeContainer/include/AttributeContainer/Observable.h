@@ -189,7 +189,7 @@ protected:
     }
     /// Asks the pre-observers about what is about to come, an info of the type `announced`.
     /// \return false when one of them refused, or ended this object.
-    bool askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo> info,
+    bool askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo>&& info,
                   const Initiator& initiator, std::vector<NotificationResult>* results);
     /// Runs the actions of one list from its back; every walk of a change goes through here.
     void notifySequence(const Initiator& initiator, ObserverList* list,
@@ -205,9 +205,11 @@ private:
     ObserverList& listOf(std::uint64_t& index);
     AddResult finishAdding(ObserverPath* path);
     ObserverPath* insert(ObserverList& list, std::unique_ptr<ObserverPath> path, bool sorted);
-    void runWalk(const Initiator& initiator, ObserverList& list,
-                 std::vector<NotificationResult>* results, const bool& gone);
     void finishWalk(const ObserverList* list);
+    /// Runs one action of a walk and makes the record of its answer.
+    Action::ExecReturn executeForRecord(const ObserverPath& path, Observer& observer,
+                                        ObservingObject* initiator,
+                                        std::vector<NotificationResult>& results);
     /// No relation may lead to `observer` any more, also none that had to stay in its list.
     void forgetObserver(const Observer& observer);
     void forgetObserver(const Observer& observer, ObserverList& list, std::uint16_t cleanupBit);

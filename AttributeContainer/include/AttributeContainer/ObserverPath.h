@@ -127,9 +127,9 @@ private:
     void dismiss(Observable& observable);
     /// The observer goes away while this relation cannot leave its list: nothing may reach it.
     void abandon();
-    /// What the action does for `observer`, the target; there is an action.
+    /// What the action does for `observer`, the target; nothing where there is none.
     Action::ExecReturn execute(Observable& observable, Observer& target,
-                               const Action::Initiator& initiator) const;
+                               ObservingObject* initiator) const;
     /// Whether the object of a guard has ended. One that no shared pointer owned when the guard was
     /// set tells nothing, and is looked after by the handshake alone.
     static bool hasEnded(const std::weak_ptr<ObservingObject>& guard) {

@@ -7,6 +7,7 @@
 #include "attributes/AsTyped.h"
 #include "attributes/MakeAttribute.h"
 #include "attributes/SameValue.h"
+#include "observation/SpareAllocator.h"
 
 #include <memory>
 #include <type_traits>
@@ -75,15 +76,24 @@ void Attr<T>::set(const T& newValue) {
 template <AttrValue T>
 void Attr<T>::set(const T& newValue, const std::shared_ptr<ObservingObject>& initiator) {
     // The common change: nobody who waits for answers, nothing unusual on this thread.
-    if (tempFlags() == 0) {
-        if (getNumPreObservers() > 0 &&
-            !askFirst(typeid(NewValueInfo<T>), std::make_shared<NewValueInfo<T>>(newValue), initiator,
-                      nullptr))
-            return;
-        store(newValue);
-        touch(initiator, nullptr);
-        return;
-    }
+    if (tempFlags() != 0) [[unlikely]]
+        return setByFlags(newValue, initiator);
+    if (getNumPreObservers() > 0) return setAsking(newValue, initiator);
+    store(newValue);
+    touch(initiator, nullptr);
+}
+
+template <AttrValue T>
+void Attr<T>::setAsking(const T& newValue, const std::shared_ptr<ObservingObject>& initiator) {
+    std::shared_ptr<ObserverInfo> info =
+        std::allocate_shared<NewValueInfo<T>>(SpareAllocator<NewValueInfo<T>>{}, newValue);
+    if (!askFirst(typeid(NewValueInfo<T>), std::move(info), initiator, nullptr)) return;
+    store(newValue);
+    touch(initiator, nullptr);
+}
+
+template <AttrValue T>
+void Attr<T>::setByFlags(const T& newValue, const std::shared_ptr<ObservingObject>& initiator) {
     ResultPromise noPre;
     ResultPromise noPost;
     set(newValue, initiator, noPre, noPost);

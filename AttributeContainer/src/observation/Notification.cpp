@@ -19,42 +19,28 @@ void Observable::touch(const std::shared_ptr<ObservingObject>& initiator,
     notifySequence(initiator, &params.postObservers, results);
 }
 
-// Both are for the walk alone, and become part of it: it runs for every change.
+// For the walk alone, and part of it: it runs for every change.
 inline Action::ExecReturn ObserverPath::execute(Observable& observable, Observer& target,
-                                                const Action::Initiator& initiator) const {
-    if (!hasFlag(tellsBit | asksBit)) return action->get().execute(observable, target, initiator);
+                                                ObservingObject* initiator) const {
     Action::Initiator own;  // the observer may change it, for itself alone
-    if (initiator) {
-        if (&initiator->get() == static_cast<const ObservingObject*>(&target))
-            return Action::ExecUnchanged;
-        own = initiator;
-    }
+    if (initiator) own = *initiator;
+    if (!hasFlag(tellsBit | asksBit)) [[unlikely]]
+        return action ? action->get().execute(observable, target, own) : Action::ExecUnchanged;
+    if (initiator == static_cast<const ObservingObject*>(&target)) return Action::ExecUnchanged;
     return hasFlag(tellsBit) ? target.changedNotify(observable, own)
                              : target.toChangeNotify(observable, own);
 }
 
-inline void Observable::runWalk(const Initiator& initiator, ObserverList& list,
-                                std::vector<NotificationResult>* results, const bool& gone) {
-    const Action::Initiator given = initiator ? Action::Initiator{*initiator} : Action::Initiator{};
-    for (std::uint64_t index = list.size(); index-- > 0;) {
-        const ObserverPath& path = list.at(index);
-        Observer* const observer = path.liveObserver();
-        if (!observer && !path.isGone()) return;  // active relations come last, so none is left
-        if (!observer || !path.action) continue;  // one end does not silence those below
-        Action::ExecReturn result{};
-        if (!results) {
-            result = path.execute(*this, *observer, given);
-        } else {
-            // The observer may end itself in its action; its record must still be made.
-            const auto self = observer->weak_from_this().lock();
-            result = path.execute(*this, *observer, given);
-            if (!self) throw std::bad_weak_ptr{};
-            results->push_back({self, result});
-        }
-        if (result == Action::ExecStopNotify || gone) return;
-        if (index > list.size()) [[unlikely]]
-            index = list.size();
-    }
+Action::ExecReturn Observable::executeForRecord(const ObserverPath& path, Observer& observer,
+                                                ObservingObject* initiator,
+                                                std::vector<NotificationResult>& results) {
+    if (!path.action) return Action::ExecUnchanged;
+    // The observer may end itself in its action; its record must still be made.
+    const auto self = observer.weak_from_this().lock();
+    const auto result = path.execute(*this, observer, initiator);
+    if (!self) throw std::bad_weak_ptr{};
+    results.push_back({self, result});
+    return result;
 }
 
 void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
@@ -65,11 +51,26 @@ void Observable::notifySequence(const Initiator& initiator, ObserverList* list,
     if (!list->empty()) {
         const WalkFrame frame(*this);
         depth.store(depth.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-        runWalk(initiator, *list, results, frame.isGone());
-        if (frame.isGone()) return;
+        ObservingObject* const given = initiator.get();
+        // Observers may change the list, and end this object.
+        for (std::uint64_t index = list->size(); index > 0; index = std::min(index, list->size())) {
+            const ObserverPath& path = list->at(--index);
+            Observer* const observer = path.liveObserver();
+            if (!observer) [[unlikely]] {
+                if (path.isGone()) continue;  // one end does not silence those below
+                break;                        // active relations come last, so none is left
+            }
+            const auto result = results ? executeForRecord(path, *observer, given, *results)
+                                        : path.execute(*this, *observer, given);
+            if (frame.isGone()) return;
+            if (result == Action::ExecStopNotify) break;
+        }
         depth.store(depth.load(std::memory_order_relaxed) - 1, std::memory_order_relaxed);
     }
-    if (depth.load(std::memory_order_relaxed) == 0) finishWalk(list);
+    constexpr auto pending =
+        ParamsEx::lookupPending | ParamsEx::postCleanupPending | ParamsEx::preCleanupPending;
+    if (depth.load(std::memory_order_relaxed) == 0 && (params.flags & pending) != 0)
+        finishWalk(list);
 }
 
 void Observable::finishWalk(const ObserverList* list) {
@@ -86,7 +87,7 @@ void Observable::finishWalk(const ObserverList* list) {
     }
 }
 
-bool Observable::askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo> info,
+bool Observable::askFirst(const std::type_info& announced, std::shared_ptr<ObserverInfo>&& info,
                           const Initiator& initiator, std::vector<NotificationResult>* results) {
     const WalkFrame frame(*this);
     params.setFlag(ParamsEx::postCleanupPending, true);

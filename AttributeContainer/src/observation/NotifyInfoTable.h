@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <typeindex>
 #include <unordered_map>
 #include <utility>
@@ -25,6 +26,9 @@ class Observable;
 class NotifyInfoTable {
 public:
     NotifyInfoTable() { recent.reserve(maxRecent); }
+    NotifyInfoTable(const NotifyInfoTable&) = delete;
+    NotifyInfoTable& operator=(const NotifyInfoTable&) = delete;
+    ~NotifyInfoTable() { ::operator delete(spare); }
 
     /// The table of this thread; null until the first use, and again when the thread has ended it.
     static NotifyInfoTable* current() { return ofThread; }
@@ -46,9 +50,9 @@ public:
             if (entry.observable == &observable && entry.type.name() != typeName) return false;
         return true;
     }
-    /// Stores an info of that type in the place of an earlier one.
+    /// Stores an info of that type in the place of an earlier one, and takes it over.
     void store(const Observable& observable, const std::type_index& type,
-               std::shared_ptr<ObserverInfo> info);
+               std::shared_ptr<ObserverInfo>&& info);
     /// Takes out the info of that type. \return an empty pointer when there is none.
     std::shared_ptr<ObserverInfo> take(const Observable& observable, const std::type_index& type);
     /// Takes out all infos, or those that expire. \return how many.
@@ -56,8 +60,25 @@ public:
     /// A map of all infos of an observable; empty pointer when there are none.
     std::shared_ptr<ObserverInfoMap> copy(const Observable& observable) const;
 
+    /// A block of memory of `spareSize` bytes: the one in hand, or a new one.
+    static void* takeSpare() {
+        NotifyInfoTable* const table = current();
+        void* const block = table ? std::exchange(table->spare, nullptr) : nullptr;
+        return block ? block : ::operator new(spareSize);
+    }
+    /// Takes such a block back. Kept for the next one, since changes come one behind the other.
+    static void giveSpare(void* block) {
+        NotifyInfoTable* const table = current();
+        ::operator delete(table ? std::exchange(table->spare, block) : block);
+    }
+    static constexpr std::size_t spareSize = 64;
+
 private:
     struct Entry {
+        Entry(const Observable& of, const std::type_index& type,
+              std::shared_ptr<ObserverInfo>&& info)
+            : observable(&of), type(type), info(std::move(info)) {}
+
         const Observable* observable;
         std::type_index type;
         std::shared_ptr<ObserverInfo> info;
@@ -91,6 +112,7 @@ private:
 
     Entries recent;
     std::unordered_map<const Observable*, Entries> further;
+    void* spare = nullptr;
 };
 
 // In place for the one file that runs changes -------------------------------------------------
@@ -104,15 +126,15 @@ inline NotifyInfoTable::Entries& NotifyInfoTable::placeFor(const Observable& obs
 }
 
 inline void NotifyInfoTable::store(const Observable& observable, const std::type_index& type,
-                                   std::shared_ptr<ObserverInfo> info) {
+                                   std::shared_ptr<ObserverInfo>&& info) {
     Entries& entries = placeFor(observable);
     const std::size_t same = findEntry(entries, observable, type);
     if (same == none) {
-        entries.push_back({&observable, type, std::move(info)});
-    } else {
-        std::swap(entries[same].info,
-                  info);  // the former one ends behind the last use of the entry
+        entries.emplace_back(observable, type, std::move(info));
+        return;
     }
+    // The former one ends behind the last use of the entry.
+    const auto former = std::exchange(entries[same].info, std::move(info));
 }
 
 inline std::shared_ptr<ObserverInfo> NotifyInfoTable::takeOut(Entries& entries, std::size_t index) {
@@ -127,6 +149,12 @@ inline std::size_t NotifyInfoTable::drop(const Observable& observable, bool all)
     const auto leaves = [&](const Entry& entry) {
         return entry.observable == &observable && (all || entry.info->willExpire());
     };
+    if (further.empty() && recent.size() == 1) {  // as for a change that runs by itself
+        if (!leaves(recent.back())) return 0;
+        const auto ended = std::move(recent.back().info);
+        recent.pop_back();
+        return 1;
+    }
     const Entries& entries = *entriesOf(observable);
     const auto numLeaving =
         static_cast<std::size_t>(std::count_if(entries.begin(), entries.end(), leaves));

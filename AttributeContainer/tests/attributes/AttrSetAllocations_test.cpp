@@ -50,9 +50,18 @@ TEST(AttrSetAllocations, AreNoneWhileObservingIsBlocked) {
     EXPECT_EQ(allocationsOf([&](double value) { attribute->set(value); }), 0u);
 }
 
-TEST(AttrSetAllocations, AreCountedWhereANewValueIsShownToThoseWhoAreAsked) {
+TEST(AttrSetAllocations, AreNoneWhereASmallNewValueIsShownToThoseWhoAreAsked) {
     const auto attribute = attributeOf(0.0);
     const auto counter = watch(*attribute);
 
-    EXPECT_GE(allocationsOf([&](double value) { attribute->set(value); }), 100u);
+    EXPECT_EQ(allocationsOf([&](double value) { attribute->set(value); }), 0u);
+    EXPECT_EQ(counter->asked, 101);
+}
+
+TEST(AttrSetAllocations, AreOneAChangeWhereALargeNewValueIsShownToThoseWhoAreAsked) {
+    const auto attribute = attributeOf(QOR::Mat4d<double>());
+    const auto counter = watch(*attribute);
+
+    EXPECT_EQ(allocationsOf([&](double) { attribute->set(QOR::Mat4d<double>()); }), 100u);
+    EXPECT_EQ(counter->asked, 101);
 }

@@ -1,0 +1,36 @@
+// Memory for what nearly every change makes and drops again.
+#pragma once
+
+#include "observation/NotifyInfoTable.h"
+
+#include <cstddef>
+#include <new>
+
+namespace QOR::AttributeContainer {
+
+/// Gives small things the block that the thread's table keeps in hand, where it does, and gives
+/// that back to the table. The thread that gives it back may be another one.
+template <class T> struct SpareAllocator {
+    using value_type = T;
+
+    SpareAllocator() = default;
+    template <class U> SpareAllocator(const SpareAllocator<U>&) {}
+
+    T* allocate(std::size_t count) {
+        return static_cast<T*>(isSpare(count) ? NotifyInfoTable::takeSpare()
+                                              : ::operator new(count * sizeof(T)));
+    }
+    void deallocate(T* memory, std::size_t count) {
+        if (isSpare(count)) return NotifyInfoTable::giveSpare(memory);
+        ::operator delete(memory);
+    }
+    bool operator==(const SpareAllocator&) const { return true; }
+
+private:
+    static bool isSpare(std::size_t count) {
+        return count == 1 && sizeof(T) <= NotifyInfoTable::spareSize &&
+               alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+    }
+};
+
+}  // namespace QOR::AttributeContainer
