@@ -68,7 +68,6 @@ protected:
 
 private:
     const T& getCached() const;
-    /// The other as one of this type; null when it is none.
     void store(const T& newValue);
     // The less common roads of `set`: what all take stays short without them.
     void setAsking(const T& newValue, const std::shared_ptr<ObservingObject>& initiator);
