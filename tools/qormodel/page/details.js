@@ -1,6 +1,7 @@
 // What is known of the selected element, and the point sets of the whole model.
 
 const details = document.getElementById('details');
+const maxListed = 500;  // lines of a list that are shown unless all are asked for
 
 // The colours of heights, from low to high, on light and on dark ground.
 const ramps = {
@@ -15,7 +16,40 @@ function addTo(parent, tag, className, text) {
     return element;
 }
 
+// What is shown already stays: only the selected line is another one.
 function showDetails(row) {
+    const line = lineOf(row);
+    const lineElement = () => line < 0 ? null : details.querySelector('tbody').rows[line];
+    if (details.node !== row.node || (line >= maxListed && !lineElement())) fillDetails(row);
+    for (const marked of details.querySelectorAll('tr.selected'))
+        marked.classList.remove('selected');
+    const marked = lineElement();
+    if (marked) marked.classList.add('selected');
+}
+
+// The line of the table for an attribute's row, else -1.
+function lineOf(row) {
+    return row.kind === 'attribute' ? row.index : -1;
+}
+
+// The first ones of a long list, and a button for the others.
+function addLimited(list, all, numWanted, addOne) {
+    const numShown = numWanted > maxListed ? all.length : Math.min(all.length, maxListed);
+    for (let i = 0; i < numShown; ++i) addOne(all[i]);
+    if (numShown === all.length) return null;
+    const button = make('button', '', 'Show all ' + all.length.toLocaleString('en'));
+    button.type = 'button';
+    button.addEventListener('click', () => {
+        for (let i = numShown; i < all.length; ++i) addOne(all[i]);
+        button.remove();
+        list.focus({preventScroll: true});
+    });
+    list.tabIndex = -1;
+    return button;
+}
+
+function fillDetails(row) {
+    details.node = row.node;
     const node = rowOfNode[row.node];
     const entry = data.nodes[row.node];
     const parts = [make('h2', '', nameOf(node) || '(no name)')];
@@ -29,7 +63,7 @@ function showDetails(row) {
     const set = data.pointSets.find((each) => each.n === row.node);
     if (set) parts.push(makeFigure(set, false));
     if (entry.m) parts.push(makeMarks(entry.m));
-    if (entry.a) parts.push(makeTable(entry.a, row));
+    if (entry.a) parts.push(...makeTable(entry.a, lineOf(row) + 1));
     parts.push(...makeRelations(row.node));
     details.replaceChildren(...parts);
 }
@@ -43,13 +77,13 @@ function makeMarks(marks) {
     return list;
 }
 
-// All attributes with their whole texts.
-function makeTable(attributes, row) {
+// The attributes with their whole texts.
+function makeTable(attributes, numWanted) {
     const table = make('table');
     const head = addTo(addTo(table, 'thead'), 'tr');
     for (const title of ['Name', 'Value', 'Type']) addTo(head, 'th', '', title).scope = 'col';
     const body = addTo(table, 'tbody');
-    attributes.forEach(([name, type, value, isDefault, sign, before, after], index) => {
+    const addLine = ([name, type, value, isDefault, sign, before, after]) => {
         const line = addTo(body, 'tr', isDefault && !sign ? 'faint' : '');
         const title = addTo(line, 'th', '', name);
         title.scope = 'row';
@@ -57,7 +91,6 @@ function makeTable(attributes, row) {
             line.classList.add(signs[sign].className);
             title.prepend(makeSign(sign), ' ');
         }
-        if (row.kind === 'attribute' && row.index === index) line.classList.add('selected');
         const cell = addTo(addTo(line, 'td', 'value'), 'div');
         if (sign === '~') {
             addTo(cell, 'del', '', before || emptyText);
@@ -67,8 +100,9 @@ function makeTable(attributes, row) {
             cell.textContent = value;
         }
         addTo(line, 'td', 'type', shortTypeOf(data.types[type])).title = data.types[type];
-    });
-    return table;
+    };
+    const more = addLimited(table, attributes, numWanted, addLine);
+    return more ? [table, more] : [table];
 }
 
 function makeRelations(node) {
@@ -78,8 +112,10 @@ function makeRelations(node) {
         if (relations.length === 0) return;
         parts.push(make('h3', '', title));
         const items = make('ul', 'relations');
-        for (const relation of relations) makeOne(addTo(items, 'li'), relation);
+        const addOne = (relation) => makeOne(addTo(items, 'li'), relation);
+        const more = addLimited(items, relations, 0, addOne);
         parts.push(items);
+        if (more) parts.push(more);
     };
     const rowsHere = [
         own,

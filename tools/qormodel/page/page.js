@@ -111,7 +111,8 @@ document.addEventListener('keydown', (event) => {
 });
 addEventListener('popstate', showAddress);
 
-// The address names what is selected, so that links from elsewhere lead to it.
+// The address names what is selected, so that links from elsewhere lead to it. Of several with one
+// path the way back knows the one.
 function showAddress() {
     let path = '';
     try {
@@ -119,7 +120,8 @@ function showAddress() {
     } catch {
         return;
     }
-    const row = path && findRow(path);
+    const kept = history.state && rows[history.state.row];
+    const row = kept && pathOf(kept) === path ? kept : path && findRow(path);
     if (row) showRow(row);
 }
 

@@ -18,6 +18,8 @@ const plan = {
     height: 380,
     scale: 1,        // points of the drawing for a unit of the model
     center: [0, 0],  // of the drawing, in the model
+    isWhole: true,   // all of it is in sight
+    numLabels: 0,
 };
 
 function makeSvg(tag, attributes) {
@@ -51,9 +53,17 @@ function fitPlan() {
     const [low, high] = rangeOf(ys);
     plan.center = [left / 2 + right / 2, low / 2 + high / 2];
     const margin = Math.min(70, plan.width / 7);
-    const scale =
-        Math.min((plan.width - margin) / (right - left), (plan.height - margin) / (high - low));
-    plan.scale = Number.isFinite(scale) && scale > 0 ? scale : 40;
+    // Halves, since the whole may be too great for a number.
+    const scale = Math.min(
+        (plan.width - margin) / 2 / (right / 2 - left / 2),
+        (plan.height - margin) / 2 / (high / 2 - low / 2));
+    plan.scale = Number.isFinite(scale) && scale > 0 ? limitedScale(scale) : 40;
+    plan.isWhole = true;
+}
+
+// What a number can hold bounds how near and how far the plan is seen.
+function limitedScale(scale) {
+    return Math.max(1e-306, Math.min(1e300, scale));
 }
 
 function rangeOf(values) {
@@ -97,39 +107,16 @@ function addLabel(shape, symbol, x, y, taken) {
     const sign = signOfSymbol(symbol);
     const text = (sign ? signs[sign].shown + ' ' : '') + nameOf(rowOfNode[symbol.n]).slice(0, 30);
     const box = {left: x + 9, right: x + 9 + 7 * text.length, top: y - 18, bottom: y - 2};
-    const isTaken = taken.some(
-        (other) => box.left < other.right && other.left < box.right && box.top < other.bottom &&
-            other.top < box.bottom);
-    if (isTaken || taken.length >= maxLabels) return;
+    const isTaken = taken.some((other) => isOver(box, other));
+    if (isTaken || plan.numLabels >= maxLabels) return;
+    ++plan.numLabels;
     taken.push(box);
     addSvg(shape, 'text', {x: 9, y: -6}).textContent = text;
 }
 
 function textOfSymbol(symbol) {
     return symbol.k + ' ' + pathOf(rowOfNode[symbol.n]) + '\n' +
-        [symbol.x, symbol.y, symbol.z].map(numberText).join(', ');
-}
-
-// Grid lines and the scale, 1, 2 or 5 times a power of ten apart.
-function drawGrid(svg) {
-    const wanted = 80 / plan.scale;
-    const power = 10 ** Math.floor(Math.log10(wanted));
-    const step = power * ([1, 2, 5].find((each) => each * power >= wanted) || 10);
-    const grid = addSvg(svg, 'g', {class: 'grid'});
-    const lines = (center, length, draw) => {
-        const first = Math.ceil((center - length / plan.scale / 2) / step);
-        const count = Math.min(40, Math.floor(length / plan.scale / step) + 1);
-        for (let i = 0; i < count; ++i) draw((first + i) * step);
-    };
-    lines(
-        plan.center[0], plan.width,
-        (x) => addSvg(grid, 'path', {d: 'M' + toDrawing(x, 0)[0] + ' 0V' + plan.height}));
-    lines(
-        plan.center[1], plan.height,
-        (y) => addSvg(grid, 'path', {d: 'M0 ' + toDrawing(0, y)[1] + 'H' + plan.width}));
-    const bar = addSvg(svg, 'g', {class: 'scale'});
-    addSvg(bar, 'path', {d: 'M12 ' + (plan.height - 16) + 'v6h' + step * plan.scale + 'v-6'});
-    addSvg(bar, 'text', {x: 16, y: plan.height - 18}).textContent = numberText(step);
+        [symbol.x, symbol.y, symbol.z].map(placeText).join(', ');
 }
 
 function drawPlan() {
@@ -140,14 +127,14 @@ function drawPlan() {
         'aria-label': 'Plan, x to the right and y up',
         id: 'map',
     });
-    drawGrid(svg);
+    const taken = drawGrid(svg);
     for (const area of plan.areas) {
         const corners = [];
         for (let i = 0; i < area.c.length; i += 2)
             corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
         addSvg(svg, 'polygon', {points: corners.join(' '), class: 'area'});
     }
-    const taken = [];
+    plan.numLabels = 0;
     plan.symbols.forEach((symbol, index) => {
         const [x, y] = toDrawing(symbol.x, symbol.y);
         if (symbol.from) {
@@ -188,17 +175,28 @@ function choose(index) {
     plan.chosen = (index + plan.symbols.length) % plan.symbols.length;
     const symbol = plan.symbols[plan.chosen];
     document.getElementById('plan-note').textContent = textOfSymbol(symbol);
+    bringIntoPlan(symbol);
     showRow(rowOfNode[symbol.n]);
 }
 
+function bringIntoPlan(symbol) {
+    const [x, y] = toDrawing(symbol.x, symbol.y);
+    if (x >= 0 && x <= plan.width && y >= 0 && y <= plan.height) return;
+    plan.center = [symbol.x, symbol.y];
+    drawPlan();
+}
+
 function zoom(factor) {
-    plan.scale = factor === 0 ? plan.scale : plan.scale * factor;
+    plan.isWhole = false;
+    plan.scale = limitedScale(plan.scale * (factor || 1));
     if (factor === 0) fitPlan();
     drawPlan();
 }
 
 function pan(x, y) {
-    plan.center = [plan.center[0] + x / plan.scale, plan.center[1] + y / plan.scale];
+    const limit = (value) => Math.max(-1e308, Math.min(1e308, value));
+    plan.isWhole = false;
+    plan.center = [limit(plan.center[0] + x / plan.scale), limit(plan.center[1] + y / plan.scale)];
     drawPlan();
 }
 
@@ -222,8 +220,10 @@ function onPlanKey(event) {
     event.preventDefault();
 }
 
-// A drag moves the plan, a click on a symbol chooses it.
+// A drag moves the plan, a click on a symbol chooses it. A finger scrolls the page instead as long
+// as all of the plan is in sight.
 function listenToPlan(svg) {
+    svg.style.touchAction = plan.isWhole ? 'auto' : 'none';
     svg.addEventListener('keydown', onPlanKey);
     svg.addEventListener('click', (event) => {
         const shape = event.target.closest('.symbol');
@@ -233,12 +233,14 @@ function listenToPlan(svg) {
     svg.addEventListener('pointerdown', (event) => {
         from = [event.clientX, event.clientY];
     });
+    svg.addEventListener('pointercancel', () => {
+        from = null;
+    });
     svg.addEventListener('pointerup', (event) => {
         if (!from) return;
         const move = [event.clientX - from[0], event.clientY - from[1]];
         const ratio = plan.width / svg.getBoundingClientRect().width;
-        if (event.pointerType === 'mouse' && Math.hypot(...move) > 5)
-            pan(-move[0] * ratio, move[1] * ratio);
+        if (Math.hypot(...move) > 5) pan(-move[0] * ratio, move[1] * ratio);
         from = null;
     });
 }
@@ -256,6 +258,7 @@ function showPlan() {
                              .join(', ');
     if (data.plan.symbols.length > maxSymbols)
         legend.textContent += ', the first of ' + data.plan.symbols.length;
+    legend.textContent += '; x \u2192, y \u2191';
     fitPlan();
     drawPlan();
 }

@@ -165,8 +165,8 @@ function bringIntoSight(row) {
 
 /** Selects a row wherever it is: a filter that hides it ends. The way back is kept. */
 function jumpTo(row) {
-    history.replaceState(null, '', '#' + encodeURI(pathOf(view.selected)));
-    history.pushState(null, '', '#' + encodeURI(pathOf(row)));
+    history.replaceState({row: view.selected.at}, '', '#' + encodeURI(pathOf(view.selected)));
+    history.pushState({row: row.at}, '', '#' + encodeURI(pathOf(row)));
     showRow(row);
     tree.focus();
 }

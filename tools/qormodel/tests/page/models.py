@@ -78,6 +78,19 @@ def hostile():
     return document("<script>hacked=9</script>", text("Event", HOSTILE), inside + placed)
 
 
+def twins():
+    """Two objects of one name; the relation of the second leads to it, by the path of both."""
+    return document("Twins", "", "".join(
+        child("Container", "Twin", attribute("int", "Count", number, tells("/")))
+        for number in (1, 2)))
+
+
+def crowd(count):
+    """An object with so many attributes, of which each tells the root."""
+    return document("Crowd", "", child("Container", "Many", "".join(
+        attribute("int", "Number%d" % number, number, tells("/")) for number in range(count))))
+
+
 def large(count):
     """A document of so many objects, with the attributes that each object has, in 100 groups."""
     def one(name):

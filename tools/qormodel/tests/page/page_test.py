@@ -223,6 +223,44 @@ class PageTest(unittest.TestCase):
         self.browser.click("#details a.jump")
         self.assertEqual(self.selected(), "/")
 
+    def test_comes_back_to_the_one_of_two_that_share_a_path(self):
+        self.open(models.twins())
+        self.run_js("rowsOfTwins = rows.filter(each => nameOf(each) === 'Count')")
+        for number in (0, 1):
+            self.run_js("select(rowsOfTwins[%d]); jumpTo(rows[0]); history.back()" % number)
+            self.browser.settle()
+            self.assertTrue(self.run_js("view.selected === rowsOfTwins[%d]" % number))
+
+    def test_shows_long_lists_in_part_until_all_is_asked_for(self):
+        self.open(models.crowd(2000))
+        self.run_js("show.value = 'all'; applyFilter(); select(rows[0])")
+        count = "document.querySelectorAll('#details .relations li').length"
+        self.assertEqual(self.run_js(count), 500)
+        self.browser.click("#details > button")
+        self.assertEqual(self.run_js(count), 2000)
+        self.assertEqual(self.run_js("document.querySelectorAll('#details > button').length"), 0)
+        lines = "document.querySelectorAll('#details tbody tr').length"
+        self.run_js("showRow(findRow('/Many'))")
+        self.assertEqual(self.run_js(lines), 500)
+        self.run_js("showRow(findRow('/Many/Number1999'))")
+        self.assertGreater(self.run_js(lines), 2000)
+        self.assertEqual(self.run_js("document.querySelector('#details tr.selected th')"
+                                     ".textContent"), "Number1999")
+
+    def test_moves_fluently_among_ten_thousand_attributes(self):
+        self.open(models.crowd(10000))
+        spent = self.run_js("""(() => {
+            showRow(findRow('/Many'));
+            toggle(view.selected, true);
+            const begin = performance.now();
+            for (let i = 0; i < 20; ++i) {
+                moveTo(currentLine() + 1);
+                document.body.offsetWidth;
+            }
+            return (performance.now() - begin) / 20; })()""")
+        print("\n10,000 attributes: a step down %.1f ms" % spent, file=sys.stderr)
+        self.assertLess(spent, 100)
+
     def test_begins_where_the_address_says(self):
         page = self.make(models.site())
         self.browser.open(page)
@@ -231,6 +269,12 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.selected(), "/Scans/First/Operator")
 
     # Plan and point sets. ------------------------------------------------------------------------
+
+    def symbol_places(self):
+        """Where the symbols stand in the drawing, by their names."""
+        return self.run_js("""Object.fromEntries([...document.querySelectorAll('.symbol')].map(
+            each => [nameOf(rowOfNode[plan.symbols[each.id.slice(6)].n]),
+                     each.getAttribute('transform').match(/[-+.e\d]+(?=[ )])/g).map(Number)]))""")
 
     def test_draws_stations_pictures_and_markers_where_they_are(self):
         self.open(models.site())
@@ -251,9 +295,85 @@ class PageTest(unittest.TestCase):
             ends = models.child("Transform", "A", models.matrix(-x, 0, 0)) + models.child(
                 "Transform", "B", models.matrix(x, x, 0))
             self.open(models.document("Far", "", ends))
-            self.assertEqual(self.run_js("document.querySelectorAll('.symbol').length"), 2)
-            self.browser.click("[data-zoom=in]")
+            places = self.symbol_places()
+            # As far apart as the drawing allows, and both of them in it.
+            self.assertAlmostEqual(places["B"][0] - places["A"][0], self.run_js(
+                "plan.width - Math.min(70, plan.width / 7)"), 3, x)
+            for place, side in zip(places["A"] + places["B"], ("width", "height") * 2):
+                self.assertGreater(place, 0)
+                self.assertLess(place, self.run_js("plan." + side))
+            for zoom in ("in", "out", "fit"):
+                for _ in range(3):
+                    self.browser.click("[data-zoom=%s]" % zoom)
+            self.run_js("for (let i = 0; i < 3000; ++i) zoom(0.5); pan(1000, 1000)")
+            self.run_js("for (let i = 0; i < 6000; ++i) zoom(1.5)")
+            self.assertEqual(self.run_js("/NaN|Infinity/.test(map.outerHTML)"), False)
             self.assertEqual(self.browser.complaints(), [])
+
+    def test_shows_one_station_in_the_middle(self):
+        self.open(models.document("One", "", models.child("Transform", "A", models.matrix(7, 8, 9))))
+        self.assertEqual(self.symbol_places()["A"],
+                         self.run_js("[plan.width / 2, plan.height / 2]"))
+
+    def test_has_no_plan_without_a_place(self):
+        self.open(models.document("None", models.text("Event", "x")))
+        self.assertTrue(self.run_js("document.getElementById('plan').hidden"))
+        self.assertTrue(self.run_js("document.getElementById('points').hidden"))
+
+    def test_tells_coordinates_with_all_digits_that_matter(self):
+        ends = models.child("Transform", "A", models.matrix(500000.125, 4500000, 10)) + models.child(
+            "Transform", "B", models.matrix(500020.125, 4500010, 12.5))
+        self.open(models.document("Far", "", ends))
+        self.run_js("choose(1)")
+        self.assertEqual(self.run_js("document.getElementById('plan-note').textContent"),
+                         "station /B\n500020.125, 4500010, 12.5")
+        scale = self.run_js("plan.scale")
+        self.assertTrue(80 / 5 <= scale < 80 / 2, scale)  # so lines are 5 apart
+        texts = self.run_js("[...document.querySelectorAll('#map .coordinates text')]"
+                            ".map(each => each.textContent)")
+        for text in ("500005", "500010", "500015", "4500005"):
+            self.assertIn(text, texts)
+        x = self.run_js("[...document.querySelectorAll('#map .coordinates text')].find(each => each"
+                        ".textContent === '500010').x.baseVal[0].value")
+        self.assertAlmostEqual(x, self.symbol_places()["A"][0] + 9.875 * scale + 3, 3)
+
+    def test_keeps_coordinates_apart_for_steps_of_any_size(self):
+        self.open(models.site())
+        for value, step, text in ((0.3, 0.1, "0.3"), (12, 2, "12"), (-0.05, 0.05, "-0.05"),
+                                  (2e-7, 1e-7, "2e-7"), (1234567890.5, 0.5, "1234567891"),
+                                  (3e20, 1e20, "300000000000000000000")):
+            self.assertEqual(self.run_js("gridText(%r, %r)" % (value, step)), text)
+
+    def test_moves_the_plan_with_a_finger_once_it_is_enlarged(self):
+        self.browser.resize(360, 740, is_phone=True)
+        self.browser.call("Emulation.setTouchEmulationEnabled", enabled=True)
+        try:
+            self.open(models.site())
+            self.assertEqual(self.run_js("map.style.touchAction"), "auto")  # scrolls the page
+            self.browser.click("[data-zoom=in]")
+            self.assertEqual(self.run_js("map.style.touchAction"), "none")
+            self.run_js("map.scrollIntoView({block: 'center'})")
+            x, y, ratio, before = self.run_js(
+                "(() => { const r = map.getBoundingClientRect(); return [r.x + r.width / 2, "
+                "r.y + r.height / 2, plan.width / r.width, plan.center[0]]; })()")
+            for kind, shift in (("touchStart", 0), ("touchMove", 20), ("touchMove", 40)):
+                self.browser.call("Input.dispatchTouchEvent", type=kind,
+                                  touchPoints=[{"x": x + shift, "y": y}])
+            self.browser.call("Input.dispatchTouchEvent", type="touchEnd", touchPoints=[])
+            self.browser.settle()
+            self.assertAlmostEqual(self.run_js("(%r - plan.center[0]) * plan.scale" % before),
+                                   40 * ratio, 3)
+        finally:
+            self.browser.call("Emulation.setTouchEmulationEnabled", enabled=False)
+
+    def test_brings_what_is_chosen_into_an_enlarged_plan(self):
+        self.open(models.site())
+        self.run_js("for (let i = 0; i < 9; ++i) zoom(1.5)")
+        for number in range(self.run_js("plan.symbols.length")):
+            self.run_js("choose(%d)" % number)
+            name = self.run_js("nameOf(view.selected)")
+            self.assertEqual(self.symbol_places()[name],
+                             self.run_js("[plan.width / 2, plan.height / 2]"))
 
     def test_chooses_in_the_plan_with_keys(self):
         self.open(models.site())
