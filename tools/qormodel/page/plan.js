@@ -63,7 +63,7 @@ function fitPlan() {
 
 // What a number can hold bounds how near and how far the plan is seen.
 function limitedScale(scale) {
-    return Math.max(1e-306, Math.min(1e300, scale));
+    return Math.max(1e-306, Math.min(1e305, scale));
 }
 
 function rangeOf(values) {
