@@ -32,6 +32,22 @@ std::string replaced(std::string text, const std::string& from, const std::strin
     return text.replace(text.find(from), from.size(), to);
 }
 
+TEST(Diff, TakesPicturesWithoutATimeForTheSame) {
+    const std::string text = modelText(
+        "AttrContainer { \n}\nChild { \n\"Picture\" \"P\"\nAttrContainer { \n}\n}\n");
+    const LoadedText first(text);
+    const LoadedText second(text);
+    const LoadedText timed(
+        replaced(text, "\"P\"\nAttrContainer { \n",
+                 "\"P\"\nAttrContainer { \nAttr<double> { \nName \"TimeStamp\"\nValue 12.5\n}\n"));
+
+    EXPECT_EQ(changesOf(first.document, second.document), "");
+    const auto changes = compareDocuments(timed.document, first.document);
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].path, "/P/TimeStamp");
+    EXPECT_EQ(changes[0].before, "12.5");
+}
+
 TEST(Diff, TellsAttributesByName) {
     const Document first = makeDocument();
     const Document second = makeDocument();

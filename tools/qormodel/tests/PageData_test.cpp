@@ -246,6 +246,21 @@ TEST(PagePlan, TellsWhereAnElementWas) {
     EXPECT_EQ(symbols[0]["from"], Json({1.0, 2.0}));
 }
 
+TEST(PagePlan, TakesPlacesWithinTheToleranceForTheSame) {
+    const Document first = makeDocument();
+    const Document second = makeDocument();
+    addPlaced<ac::Transform>(*first.root, "S")->Transformation(quarterTurn(1, 2));
+    addPlaced<ac::Transform>(*second.root, "S")->Transformation(quarterTurn(1.25, 2));
+
+    const Json within = describePage(first, &second, *Tolerance::parse("0.25"));
+    const Json beyond = describePage(first, &second, *Tolerance::parse("0.2"));
+
+    EXPECT_FALSE(within["plan"]["symbols"][0].contains("from"));
+    EXPECT_EQ(within["changes"]["~"], 0);
+    EXPECT_EQ(beyond["plan"]["symbols"][0]["from"], Json({1.0, 2.0}));
+    EXPECT_EQ(beyond["changes"]["~"], 1);
+}
+
 TEST(PagePlan, LeavesOutWhatHasNoFinitePlace) {
     const Document document = makeDocument();
     addPlaced<ac::Transform>(*document.root, "S")

@@ -57,3 +57,12 @@ TEST(PathCompletion, OffersWhatABrokenFileHolds) {
     EXPECT_EQ(complete("/Sc", cut), Paths{"/Scans/"});
     EXPECT_EQ(complete("/Scans/U", cut), Paths{"/Scans/UUID"});
 }
+
+TEST(PathCompletion, LeavesOutNamesThatNoPathLeadsTo) {
+    const std::string root = "AttrContainer { \nAttr<int> { \nName \"$(id)\"\nValue 1\n}\nAttr<int> { \n"
+                             "Name \"a b\"\nValue 1\n}\nAttr<int> { \nName \"Good-1.x_y\"\nValue 1\n}\n}\n";
+    const std::string child = "Child { \n\"Object\" \"`id`\"\nAttrContainer { \n}\n}\n";
+
+    EXPECT_EQ(complete("/", modelText(root + child)), Paths{"/Good-1.x_y"});
+    EXPECT_EQ(complete("/$", modelText(root + child)), Paths{});
+}

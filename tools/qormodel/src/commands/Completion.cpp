@@ -4,8 +4,13 @@
 #include "model/PathCompletion.h"
 #include "outline/Outline.h"
 
+#include <csignal>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
+
+#include <unistd.h>
 
 namespace qormodel {
 
@@ -22,9 +27,16 @@ struct PathOptions {
     std::string prefix;
 };
 
-// A shell asks while somebody types: what cannot be read has no paths, and nothing is said of it.
+constexpr unsigned maxSeconds = 3;
+
+// A shell asks while somebody types: what cannot be read has no paths, nothing is said of it, and
+// what is not read soon is not waited for.
 void printPaths(const PathOptions& options, Session& session) {
-    if (options.file == "-") return;  // what is typed is not for this program
+    std::error_code error;
+    // A pipe would be read empty, and may never end; "-" is what is typed.
+    if (options.file == "-" || !std::filesystem::is_regular_file(options.file, error)) return;
+    std::signal(SIGALRM, [](int) { ::_exit(0); });
+    ::alarm(maxSeconds);
     try {
         const SourceFile source(options.file);
         for (const auto& path : completePaths(readOutline(source), options.prefix))

@@ -1,4 +1,5 @@
 #include "commands/Commands.h"
+#include "commands/ToleranceOption.h"
 
 #include "compare/Diff.h"
 #include "model/Values.h"
@@ -99,15 +100,6 @@ void printAll(const std::vector<Change>& changes, const Options& options, Output
     printJson(output, "diff", {{"changes", std::move(list)}});
 }
 
-Tolerance toleranceOf(const Options& options) {
-    if (options.tolerance.empty()) return {};
-    const auto tolerance = Tolerance::parse(options.tolerance);
-    if (!tolerance)
-        throw Failure("--tolerance takes \"library\" or a number that is not negative, not \"" +
-                      options.tolerance + '"');
-    return *tolerance;
-}
-
 // A version that git does not have is a document with nothing in it.
 Document loadVersion(const std::string& file) {
     if (file != "/dev/null") return loadDocument(file);
@@ -127,14 +119,14 @@ void runForGit(const Options& options, Session& session) {
     try {
         const Document first = loadVersion(words[1]);
         const Document second = loadVersion(words[4]);
-        printAll(compareDocuments(first, second, toleranceOf(options)), options, session.output);
+        printAll(compareDocuments(first, second, toleranceOf(options.tolerance)), options, session.output);
     } catch (const Failure& failure) {
         session.output.print("{} {}\n", session.output.in(Colour::Unknown, "?"), failure.what());
     }
 }
 
 void run(const Options& options, Session& session) {
-    const Tolerance tolerance = toleranceOf(options);
+    const Tolerance tolerance = toleranceOf(options.tolerance);
     if (options.isForGit) return runForGit(options, session);
     if (options.files.size() != 2) throw Failure("expected two files to compare");
     if (options.files[0] == "-" && options.files[1] == "-")
@@ -151,9 +143,7 @@ void addDiff(CLI::App& program, Session& session) {
     auto* const command = program.add_subcommand("diff", "Tell what differs between two files");
     const auto options = std::make_shared<Options>();
     command->add_option("A B", options->files, "Model files, - for the standard input")->required();
-    command->add_option("--tolerance", options->tolerance,
-                        "Take numbers for the same that differ by this at most; \"library\" for "
-                        "the limits of the library's comparer");
+    addTolerance(*command, options->tolerance);
     command->add_flag("-q,--quiet", options->isQuiet, "Print nothing: the exit status tells");
     command->add_flag("--stat", options->onlyCounts, "Print how many differences of which kind");
     command->add_flag("--json", options->asJson, "Print one JSON object");

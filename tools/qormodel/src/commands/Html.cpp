@@ -1,4 +1,5 @@
 #include "commands/Commands.h"
+#include "commands/ToleranceOption.h"
 
 #include "io/TargetBuffer.h"
 #include "io/TargetFile.h"
@@ -16,18 +17,19 @@ namespace qormodel {
 namespace {
 struct Options {
     std::string file;
-    std::string other;
+    std::optional<std::string> other;
+    std::string tolerance;
     std::string page;
     bool noBackup = false;
 
-    bool isComparison() const { return !other.empty(); }
+    bool isComparison() const { return other.has_value(); }
 };
 
 // A page in the place of a model would be a model lost.
 void checkTarget(const Options& options) {
-    for (const auto* const name : {&options.file, &options.other}) {
+    for (const auto& name : {options.file, options.other.value_or("-")}) {
         std::error_code error;
-        if (*name != "-" && std::filesystem::equivalent(*name, options.page, error))
+        if (name != "-" && std::filesystem::equivalent(name, options.page, error))
             throw Failure(Place{options.page}, "is a file that the page shows");
     }
 }
@@ -43,11 +45,14 @@ void storePage(const std::string& text, const Options& options) {
 void run(const Options& options, Session& session) {
     if (options.file == "-" && options.other == "-")
         throw Failure("only one of the two can be the standard input");
+    if (!options.tolerance.empty() && !options.isComparison())
+        throw Failure("--tolerance is for two files: expected OTHER");
+    const Tolerance tolerance = toleranceOf(options.tolerance);
     checkTarget(options);
     const Document first = loadDocument(options.file);
     std::optional<Document> second;
-    if (options.isComparison()) second = loadDocument(options.other);
-    const Json data = describePage(first, second ? &*second : nullptr);
+    if (options.isComparison()) second = loadDocument(*options.other);
+    const Json data = describePage(first, second ? &*second : nullptr, tolerance);
     const std::string text = makePage(data);
     if (options.page == "-") session.output.add(text);
     else storePage(text, options);
@@ -65,6 +70,7 @@ void addHtml(CLI::App& program, Session& session) {
     command->add_option("-o,--output", options->page, "The page, - for the standard output")
         ->required()
         ->option_text("PAGE REQUIRED");
+    addTolerance(*command, options->tolerance);
     command->add_flag("--no-backup", options->noBackup, "Keep no copy of an old page as PAGE~");
     command->footer(
         "The page is one file that needs nothing else, in any browser.\n"

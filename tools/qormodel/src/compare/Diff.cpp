@@ -48,9 +48,9 @@ private:
     void comparePair(std::size_t i, std::size_t other) {
         const Node& a = first.nodes[i];
         const Node& b = second.nodes[other];
-        if (i > 0) comparePlaces(a, b);
+        if (i > 0) comparePlaces(i, a, b);
         compareAttributes(a, b);
-        compareOrder(a, b);
+        compareOrder(i, a, b);
         outlines->addContent(i, other, changes);
         for (const auto* const list : {&b.fields, &b.children})
             for (const std::size_t added : *list)
@@ -58,11 +58,12 @@ private:
                     addWhole('+', second, added, pairs.toFirst);
     }
 
-    void comparePlaces(const Node& a, const Node& b) {
+    void comparePlaces(std::size_t index, const Node& a, const Node& b) {
         const bool isMoved = pairs.toSecond[a.parent] != b.parent;
         if (!isMoved && a.slot == b.slot) return;
-        changes.push_back(
-            {'~', Kind::Place, a.element.path, b.element.path, placeWord(a, b, isMoved)});
+        Change change{'~', Kind::Place, a.element.path, b.element.path, placeWord(a, b, isMoved)};
+        change.index = index;
+        changes.push_back(std::move(change));
     }
 
     void compareAttributes(const Node& a, const Node& b) {
@@ -113,7 +114,7 @@ private:
     }
 
     // Compares the order of those children that both have here.
-    void compareOrder(const Node& a, const Node& b) {
+    void compareOrder(std::size_t index, const Node& a, const Node& b) {
         std::vector<std::size_t> expected;
         for (const std::size_t child : a.children) {
             const std::size_t other = pairs.toSecond[child];
@@ -121,7 +122,9 @@ private:
                 expected.push_back(other);
         }
         if (std::is_sorted(expected.begin(), expected.end())) return;
-        changes.push_back({'~', Kind::Order, a.element.path, "", "children in another order"});
+        Change change{'~', Kind::Order, a.element.path, "", "children in another order"};
+        change.index = index;
+        changes.push_back(std::move(change));
     }
 
     void addWhole(char sign, const FlatTree& tree, std::size_t index,

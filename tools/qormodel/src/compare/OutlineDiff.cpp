@@ -1,8 +1,10 @@
 #include "compare/OutlineDiff.h"
 
 #include "compare/Diff.h"
+#include "compare/OutlinePlaces.h"
 
-#include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace qormodel {
 
@@ -11,17 +13,24 @@ std::string relationText(const Relation& relation) {
            ", " + relation.priority + ')';
 }
 
-Contents listContents(const Document& document) {
+std::string attributeOf(const Relation& relation) {
+    const std::string above = pathBelow(relation.holder, "");
+    return relation.observable.starts_with(above) ? relation.observable.substr(above.size()) : "";
+}
+
+Contents listContents(const Document& document, const FlatTree& tree) {
+    const Outline& outline = document.outline;
+    const auto nodes = nodesOf(outline, tree);
     Contents contents;
-    for (std::size_t i = 0; i < document.outline.elements.size(); ++i)
-        for (const auto& stray : document.outline.elements[i].strays)
-            contents[document.outline.pathOf(i)].push_back(
+    for (std::size_t i = 0; i < outline.elements.size(); ++i)
+        for (const auto& stray : outline.elements[i].strays)
+            contents[nodeAtOrAbove(outline, nodes, i)].push_back(
                 document.source->slice(stray.begin, stray.end));
     return contents;
 }
 
-std::vector<std::string> contentAt(const Contents& contents, const std::string& path) {
-    const auto found = contents.find(path);
+std::vector<std::string> contentAt(const Contents& contents, std::size_t node) {
+    const auto found = contents.find(node);
     return found == contents.end() ? std::vector<std::string>{} : found->second;
 }
 
@@ -32,45 +41,53 @@ OutlineDiff::OutlineDiff(const Document& firstDocument, const Document& secondDo
       first(first),
       second(second),
       pairs(pairs),
-      firstContents(listContents(firstDocument)),
-      secondContents(listContents(secondDocument)) {}
+      firstContents(listContents(firstDocument, first)),
+      secondContents(listContents(secondDocument, second)) {}
 
 void OutlineDiff::addContent(std::size_t firstIndex, std::size_t secondIndex,
                              std::vector<Change>& changes) const {
     const std::string& path = first.nodes[firstIndex].element.path;
-    const auto before = contentAt(firstContents, path);
-    const auto after = contentAt(secondContents, second.nodes[secondIndex].element.path);
+    const auto before = contentAt(firstContents, firstIndex);
+    const auto after = contentAt(secondContents, secondIndex);
     if (before == after) return;
-    changes.push_back({'?', Change::Kind::Content, path, "",
-                       std::to_string(before.size()) + " parts that are not understood",
-                       std::to_string(after.size()) + " of them, others"});
+    Change change{'?', Change::Kind::Content, path, "",
+                  std::to_string(before.size()) + " parts that are not understood",
+                  std::to_string(after.size()) + " of them, others"};
+    change.index = firstIndex;
+    changes.push_back(std::move(change));
 }
 
 void OutlineDiff::addRelations(std::vector<Change>& changes) const {
-    std::map<std::string, std::string> pathInSecond;
-    for (std::size_t i = 0; i < pairs.toSecond.size(); ++i)
-        if (const std::size_t other = pairs.toSecond[i]; other != FlatTree::none)
-            pathInSecond.emplace(first.nodes[i].element.path, second.nodes[other].element.path);
+    // By the node of the second tree and the attribute, or by the path where no pair has it.
+    using Key = std::tuple<std::size_t, std::string, std::string>;
+    const auto keyOf = [](std::size_t node, const Relation& relation) {
+        return Key(node,
+                   node == FlatTree::none ? relation.observable
+                                          : foldedName(attributeOf(relation)),
+                   relationText(relation));
+    };
+    const auto add = [&](char sign, const Relation& relation) {
+        Change change{sign, Change::Kind::Relation, relation.observable, ""};
+        (sign == '-' ? change.before : change.after) = relationText(relation);
+        change.index = relation.element;
+        changes.push_back(std::move(change));
+    };
 
-    std::multimap<std::string, Relation> open;  // those of the second document
-    for (const auto& relation : listRelations(secondDocument))
-        open.emplace(relation.observable + ' ' + relationText(relation), relation);
-    for (const auto& relation : listRelations(firstDocument)) {
-        const auto place = pathInSecond.find(relation.holder);
-        std::string observable = relation.observable;
-        if (place != pathInSecond.end() && observable.starts_with(relation.holder))
-            observable.replace(0, relation.holder.size(), place->second);
-        if (const auto found = open.find(observable + ' ' + relationText(relation));
-            found != open.end()) {
-            open.erase(found);
-            continue;
-        }
-        changes.push_back(
-            {'-', Change::Kind::Relation, relation.observable, "", relationText(relation)});
+    const auto secondNodes = nodesOf(secondDocument.outline, second);
+    std::multimap<Key, Relation> open;  // those of the second document
+    for (auto& relation : listRelations(secondDocument)) {
+        const Key key = keyOf(secondNodes[relation.element], relation);
+        open.emplace(key, std::move(relation));
     }
-    for (const auto& [key, relation] : open)
-        changes.push_back(
-            {'+', Change::Kind::Relation, relation.observable, "", "", relationText(relation)});
+    const auto firstNodes = nodesOf(firstDocument.outline, first);
+    for (const auto& relation : listRelations(firstDocument)) {
+        const std::size_t node = firstNodes[relation.element];
+        const std::size_t other = node == FlatTree::none ? node : pairs.toSecond[node];
+        const auto found = open.find(keyOf(other, relation));
+        if (found != open.end()) open.erase(found);
+        else add('-', relation);
+    }
+    for (const auto& [key, relation] : open) add('+', relation);
 }
 
 }  // namespace qormodel

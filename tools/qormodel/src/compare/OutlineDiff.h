@@ -17,13 +17,17 @@ struct Change;
 /// A relation as a change tells of it.
 std::string relationText(const Relation& relation);
 
-/// The content that no class understands, by the path of the element that holds it.
-using Contents = std::map<std::string, std::vector<std::string>>;
+/// The content that no class understands, by the node that holds it. That of an element which was
+/// not taken over belongs to the one above.
+using Contents = std::map<std::size_t, std::vector<std::string>>;
 
-Contents listContents(const Document& document);
+Contents listContents(const Document& document, const FlatTree& tree);
 
-/// What stands at a path; empty for nothing.
-std::vector<std::string> contentAt(const Contents& contents, const std::string& path);
+/// What a node holds; empty for nothing.
+std::vector<std::string> contentAt(const Contents& contents, std::size_t node);
+
+/// The name of the attribute that a relation belongs to; empty for the container's own.
+std::string attributeOf(const Relation& relation);
 
 /// Compares the outlines of two documents along the pairs of their trees. All of it outlives this.
 class OutlineDiff {
@@ -33,8 +37,8 @@ public:
 
     /// Adds a change where a pair holds other content that is not understood.
     void addContent(std::size_t first, std::size_t second, std::vector<Change>& changes) const;
-    /// Adds the relations that one side alone has. Those of elements that have another path in the
-    /// second document are looked for there.
+    /// Adds the relations that one side alone has. Those of paired elements are held against each
+    /// other, wherever they stand.
     void addRelations(std::vector<Change>& changes) const;
 
 private:

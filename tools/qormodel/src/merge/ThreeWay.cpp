@@ -55,21 +55,17 @@ private:
     // Content that no class understands is not merged. What theirs changed of it is told, whoever
     // is preferred: else it would be lost without a word.
     void checkContents() {
-        const Contents before = listContents(baseDocument);
-        const Contents here = listContents(oursDocument);
-        const Contents there = listContents(theirsDocument);
+        const Contents before = listContents(baseDocument, versions.base);
+        const Contents here = listContents(oursDocument, versions.ours);
+        const Contents there = listContents(theirsDocument, versions.theirs);
         for (const auto& each : versions.entities) {
             if (!each.isInOurs() || !each.isInTheirs()) continue;
-            const auto is = contentAt(there, pathIn(versions.theirs, each.theirs));
-            if (is == contentAt(here, pathIn(versions.ours, each.ours))) continue;
-            if (each.isInBase() && is == contentAt(before, pathIn(versions.base, each.base)))
-                continue;
-            result.conflicts.push_back({pathIn(versions.ours, each.ours),
+            const auto is = contentAt(there, each.theirs);
+            if (is == contentAt(here, each.ours)) continue;
+            if (each.isInBase() && is == contentAt(before, each.base)) continue;
+            result.conflicts.push_back({versions.ours.nodes[each.ours].element.path,
                                         "content that is not understood was changed there"});
         }
-    }
-    static const std::string& pathIn(const FlatTree& tree, std::size_t node) {
-        return tree.nodes[node].element.path;
     }
 
     void count() {

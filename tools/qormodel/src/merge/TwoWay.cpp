@@ -125,13 +125,13 @@ private:
 
     // Content that no class understands is not merged.
     void noteContents() {
-        const Contents here = listContents(targetDocument);
-        const Contents there = listContents(sourceDocument);
+        const Contents here = listContents(targetDocument, target);
+        const Contents there = listContents(sourceDocument, source);
         for (std::size_t i = 0; i < source.nodes.size(); ++i) {
             const std::size_t other = pairs.toFirst[i];
             if (other == none || !isWanted[i]) continue;
             const std::string& path = target.nodes[other].element.path;
-            if (contentAt(here, path) != contentAt(there, source.nodes[i].element.path))
+            if (contentAt(here, other) != contentAt(there, i))
                 result.notes.push_back(path + ": other content that is not understood stays here");
         }
     }

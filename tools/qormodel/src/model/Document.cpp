@@ -11,6 +11,7 @@
 #include <AttributeContainer/FieldFactory.h>
 #include <AttributeContainer/ModelInFormat.h>
 #include <AttributeContainer/ModelOutFormat.h>
+#include <AttributeContainer/Picture.h>
 #include <AttributeContainer/ReadContext.h>
 #include <AttributeContainer/ReferenceDictionary.h>
 #include <AttributeContainer/SharedInstanceCollection.h>
@@ -18,6 +19,8 @@
 #include <AttributeContainer/Version.h>
 #include <AttributeContainer/WriteContext.h>
 #include <AttributeContainer/XMLSerialization.h>
+
+#include <QOR/Time.h>
 
 #include <algorithm>
 #include <istream>
@@ -160,6 +163,20 @@ void readBody(Document& document) {
     }
 }
 
+// A picture without a TimeStamp in its file has that of its making, a moment of the reading. All such
+// pictures of one run get the same, so that a file is the same as itself.
+void settleTimeStamps(const Document& document, double begin) {
+    static const double ofThisRun = QOR::Time{}.getCurrentTime();
+    const double end = QOR::Time{}.getCurrentTime();
+    forEachElement(document.root, [&](const Element& element) {
+        const auto picture = std::dynamic_pointer_cast<ac::Picture>(element.object);
+        const bool isOfReading =
+            picture && picture->TimeStamp() >= begin && picture->TimeStamp() <= end;
+        if (isOfReading) picture->TimeStamp(ofThisRun);
+        return true;
+    });
+}
+
 void resolveRelations(const Document& document) {
     forEachElement(document.root, [](const Element& element) {
         forEachAttribute(*element.container,
@@ -222,7 +239,9 @@ Document loadDocument(const std::string& file, std::unique_ptr<SourceFile> sourc
     document.outline = readOutline(*document.source);
     checkForm(document);
     document.root = ac::Object::create();
+    const double begin = QOR::Time{}.getCurrentTime();
     readBody(document);
+    settleTimeStamps(document, begin);
     resolveRelations(document);
     return document;
 }

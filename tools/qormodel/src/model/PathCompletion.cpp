@@ -1,5 +1,7 @@
 #include "model/PathCompletion.h"
 
+#include <AttributeContainer/kVAttrContainer.h>
+
 #include <QOR/Text.h>
 
 #include <algorithm>
@@ -9,6 +11,8 @@
 namespace qormodel {
 
 namespace {
+namespace ac = QOR::AttributeContainer;
+
 // Children ahead of fields, as paths find them.
 std::optional<std::size_t> inqBelow(const Outline& outline, std::size_t element,
                                     const std::string& name) {
@@ -42,7 +46,8 @@ std::vector<std::string> completePaths(const Outline& outline, const std::string
     std::vector<std::string> paths;
     std::set<std::string> told;
     const auto add = [&](const std::string& name, const char* end) {
-        if (name.starts_with(begin) && !name.empty() && told.insert(name).second)
+        if (!name.starts_with(begin) || !ac::AttrContainer::isNameValid(name)) return;
+        if (told.insert(name).second)
             paths.push_back((holder.empty() && begin.empty() ? "/" : holder) + name + end);
     };
     const auto& found = outline.elements[*element];

@@ -114,12 +114,15 @@ std::vector<Relation> listRelations(const Document& document) {
     for (std::size_t i = 0; i < document.outline.elements.size(); ++i) {
         const ElementText& element = document.outline.elements[i];
         const std::string holder = document.outline.pathOf(i);
+        const std::size_t numBefore = relations.size();
         for (const auto& attribute : element.attributes)
             for (const auto& text : attribute.relations)
                 relations.push_back(
                     relationOf(document, holder, pathBelow(holder, attribute.name), text));
         for (const auto& text : element.relations)
             relations.push_back(relationOf(document, holder, holder, text));
+        for (std::size_t own = relations.size(); own > numBefore; --own)
+            relations[own - 1].element = i;
     }
     return relations;
 }

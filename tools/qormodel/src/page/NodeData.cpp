@@ -43,8 +43,8 @@ class NodeList {
 public:
     NodeList(const PageTree& tree, const std::vector<Change>& changes, const Document& first,
              const Document* second)
-        : tree(tree), firstContents(listContents(first)) {
-        if (second) secondContents = listContents(*second);
+        : tree(tree), firstContents(listContents(first, tree.getFirst())) {
+        if (second) secondContents = listContents(*second, tree.getSecond());
         for (const auto& change : changes) sortIn(change);
     }
 
@@ -67,12 +67,15 @@ private:
                 addMark(0, '~', "title: " + change.before + " -> " + change.after);
                 break;
             case Kind::Place:
-                addMark(tree.findFirst(change.path), '~',
+                addMark(tree.pageNodeOfFirst(change.index), '~',
                         change.before + ": " + change.path + " -> " + change.otherPath);
                 break;
-            case Kind::Order: addMark(tree.findFirst(change.path), '~', change.before); break;
+            case Kind::Order:
+                addMark(tree.pageNodeOfFirst(change.index), '~', change.before);
+                break;
             case Kind::Content:
-                addMark(tree.findFirst(change.path), '?', change.before + " -> " + change.after);
+                addMark(tree.pageNodeOfFirst(change.index), '?',
+                        change.before + " -> " + change.after);
                 break;
             case Kind::Object:  // the tree itself tells
             case Kind::Field:
@@ -144,7 +147,7 @@ private:
         Json list = Json::array();
         if (const auto found = marks.find(index); found != marks.end()) list = found->second;
         for (const auto& content :
-             contentAt(isSecond ? secondContents : firstContents, tree.shown(node).element.path))
+             isSecond ? contentAt(secondContents, node.second) : contentAt(firstContents, node.first))
             list.push_back({"?", "not understood: " + excerptOf(content)});
         return list;
     }

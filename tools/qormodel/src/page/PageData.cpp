@@ -71,9 +71,9 @@ Json describePointSets(const PointSets& sets) {
 }
 }  // namespace
 
-Json describePage(const Document& first, const Document* second) {
+Json describePage(const Document& first, const Document* second, const Tolerance& tolerance) {
     const PageTree tree(first, second);
-    const auto changes = second ? compareDocuments(first, *second) : std::vector<Change>{};
+    const auto changes = second ? compareDocuments(first, *second, tolerance) : std::vector<Change>{};
     const PointSets points = collectPointSets(tree);
     Json files = Json::array({describeFile(first)});
     if (second) files.push_back(describeFile(*second));
@@ -84,7 +84,7 @@ Json describePage(const Document& first, const Document* second) {
     addNodes(page, tree, changes, first, second);
     page["relations"] = describeRelations(tree, changes, first, second);
     page["pointSets"] = describePointSets(points);
-    page["plan"] = describePlan(tree, points);
+    page["plan"] = describePlan(tree, points, tolerance);
     return page;
 }
 

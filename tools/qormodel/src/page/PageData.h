@@ -27,6 +27,8 @@ constexpr std::size_t pageValueLength = 500;
 ///   has one.
 /// `plan`: as `describePlan` tells.
 /// \param second null for the page of one document
-Json describePage(const Document& first, const Document* second = nullptr);
+/// \param tolerance for numbers, also those of places in the plan
+Json describePage(const Document& first, const Document* second = nullptr,
+                  const Tolerance& tolerance = {});
 
 }  // namespace qormodel

@@ -39,15 +39,22 @@ std::size_t PageTree::find(const Paths& paths, const std::string& path) {
 }
 
 void PageTree::collect() {
+    ofFirst.assign(first.nodes.size(), FlatTree::none);
+    ofSecond.assign(second.nodes.size(), FlatTree::none);
     std::vector<PageNode> waiting{{0, compared ? 0 : FlatTree::none, 0}};
     while (!waiting.empty()) {
         const std::size_t index = nodes.size();
         nodes.push_back(waiting.back());
         waiting.pop_back();
-        if (const Node* const node = inqFirst(nodes.back()))
+        const PageNode& added = nodes.back();
+        if (const Node* const node = inqFirst(added)) {
             firstPaths.emplace(node->element.path, index);
-        if (const Node* const node = inqSecond(nodes.back()))
+            ofFirst[added.first] = index;
+        }
+        if (const Node* const node = inqSecond(added)) {
             secondPaths.emplace(node->element.path, index);
+            ofSecond[added.second] = index;
+        }
         const auto next = below(index);
         waiting.insert(waiting.end(), next.rbegin(), next.rend());
     }

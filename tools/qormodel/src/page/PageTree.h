@@ -45,6 +45,10 @@ public:
     std::size_t findFirst(const std::string& path) const { return find(firstPaths, path); }
     std::size_t findSecond(const std::string& path) const { return find(secondPaths, path); }
 
+    /// The node that stands for a node of the first or of the second document.
+    std::size_t pageNodeOfFirst(std::size_t node) const { return ofFirst[node]; }
+    std::size_t pageNodeOfSecond(std::size_t node) const { return ofSecond[node]; }
+
 private:
     using Paths = std::unordered_map<std::string, std::size_t>;
 
@@ -61,6 +65,8 @@ private:
     std::vector<PageNode> nodes;
     Paths firstPaths;
     Paths secondPaths;
+    std::vector<std::size_t> ofFirst;
+    std::vector<std::size_t> ofSecond;
 };
 
 }  // namespace qormodel

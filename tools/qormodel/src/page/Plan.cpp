@@ -92,6 +92,15 @@ private:
     std::vector<Matrix> matrices;
 };
 
+bool isSamePlace(const Point& before, const Point& after, const Tolerance& tolerance) {
+    if (before == after) return true;
+    ac::CustAttr<QOR::Vec3d<double>> first(std::nullopt);
+    ac::CustAttr<QOR::Vec3d<double>> second(std::nullopt);
+    first.set({before[0], before[1], before[2]});
+    second.set({after[0], after[1], after[2]});
+    return isSameValue(first, second, tolerance);
+}
+
 // The kind of symbol; empty for what has none.
 const char* kindOf(const ac::AttrContainer& container, bool hasPoints) {
     if (inqTransformation(container)) {
@@ -124,7 +133,7 @@ Json cornersOf(const PointSet& points, const Matrix& matrix) {
 }
 }  // namespace
 
-Json describePlan(const PageTree& tree, const PointSets& points) {
+Json describePlan(const PageTree& tree, const PointSets& points, const Tolerance& tolerance) {
     const Places before(tree.getFirst());
     const Places after(tree.getSecond());
     Json symbols = Json::array();
@@ -142,7 +151,8 @@ Json describePlan(const PageTree& tree, const PointSets& points) {
         Json symbol = symbolOf(i, kind, *place, places.matrixOf(index));
         if (isThere && node.first != FlatTree::none) {
             const auto former = before.inqPlace(node.first);
-            if (former && *former != *place) symbol["from"] = {(*former)[0], (*former)[1]};
+            if (former && !isSamePlace(*former, *place, tolerance))
+                symbol["from"] = {(*former)[0], (*former)[1]};
         }
         symbols.push_back(std::move(symbol));
         if (!hasPoints) continue;

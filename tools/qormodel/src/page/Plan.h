@@ -1,6 +1,7 @@
 // Where the elements of a page are, seen from above.
 #pragma once
 
+#include "compare/ValueEquality.h"
 #include "model/Values.h"
 #include "page/PageTree.h"
 #include "page/Thumbnail.h"
@@ -21,6 +22,7 @@ using PointSets = std::map<std::size_t, PointSet>;
 /// \return {"symbols": [{"k": "station" | "picture" | "marker", "n": node, "x", "y", "z",
 /// "h": direction of the x axis in radians, for stations; "from": [x, y] where it was before}],
 /// "areas": [{"n": node, "c": [x, y of four corners]}]}
-Json describePlan(const PageTree& tree, const PointSets& points);
+/// \param tolerance within it a place is the same as before
+Json describePlan(const PageTree& tree, const PointSets& points, const Tolerance& tolerance = {});
 
 }  // namespace qormodel

@@ -228,6 +228,23 @@ TEST_F(Completing, AsksTheProgramWithoutAWordOnErrors) {
               "/Scans/MajorVersion\n/Scans/MinorVersion\n/Scans/UUID\n/Scans/Count\n");
 }
 
+TEST_F(Completing, DoesNotWaitForAPipe) {
+    const RunResult result =
+        runShell("mkfifo pipe && timeout 20 qormodel complete-paths pipe /", options);
+
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out + result.err, "");
+}
+
+TEST_F(Completing, OffersNoNameThatAShellWouldRun) {
+    put("hostile.model", "\"Test\"\n\"kVLib\" 9.1.0.0\nAttrContainer { \n}\nChild { \n\"Object\" "
+                         "\"$(touch ran)\"\nAttrContainer { \n}\n}\n");
+
+    EXPECT_EQ(inBash({"qormodel", "get", "hostile.model", "/"}), Words{});
+    EXPECT_EQ(typedInBash("qormodel get hostile.model /"), "qormodel get hostile.model /X");
+    EXPECT_FALSE(std::filesystem::exists(folder.getFolder() / "ran"));
+}
+
 TEST_F(Completing, WorksWhereSomebodyTypesInBash) {
     EXPECT_EQ(typedInBash("qormodel tre"), "qormodel tree X");
     EXPECT_EQ(typedInBash("qormodel cat --as=ex"), "qormodel cat --as=export X");

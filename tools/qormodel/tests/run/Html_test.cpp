@@ -44,6 +44,24 @@ TEST(RunHtml, ExitsWithOneWhereTheOtherFileDiffers) {
     EXPECT_EQ(equal.status, 0) << equal.err;
 }
 
+TEST(RunHtml, TakesATolerance) {
+    const Pair files;
+    std::string text = projectText;
+    const TemporaryFile near(text.replace(text.find("Value 2.5\n"), 10, "Value 2.75\n"));
+    const auto statusWith = [&](const std::string& tolerance) {
+        return runQormodel({"html", files.first.getName(), near.getName(), "-o", files.page,
+                            "--no-backup", "--tolerance", tolerance})
+            .status;
+    };
+
+    EXPECT_EQ(statusWith("0.25"), 0);
+    EXPECT_NE(contentOf(files.page).find(R"("changes":{"-":0,"+":0,"~":0,"?":0})"),
+              std::string::npos);
+    EXPECT_EQ(statusWith("0.2"), 1);
+    EXPECT_EQ(statusWith("library"), 1);
+    EXPECT_EQ(statusWith("-1"), 2);
+}
+
 TEST(RunHtml, PrintsThePageAndReadsTheStandardInput) {
     RunOptions options;
     options.input = projectText;
@@ -90,6 +108,9 @@ TEST(RunHtml, ExitsWithTwoAndLeavesThePageForWhatCannotBeRead) {
         {"html", "-o", files.page},
         {"html", "-", "-", "-o", files.page},
         {"html", first + "none", "-o", files.page},
+        {"html", first, "", "-o", files.page},
+        {"html", first, "-o", ""},
+        {"html", first, "-o", files.page, "--tolerance", "1"},
         {"html", broken.getName(), "-o", files.page},
         {"html", first, broken.getName(), "-o", files.page},
         {"html", first, "-o", files.page + "/none/page.html"}};
