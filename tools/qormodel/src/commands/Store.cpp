@@ -52,7 +52,7 @@ public:
         : store(store), options(options), output(output) {}
 
     void run() {
-        const std::wstring start = storeName(options.key);
+        const std::wstring start = keyPath(options.key);
         keyAt(store, start);
         std::vector<std::pair<std::wstring, std::wstring>> waiting{{start, {}}};
         while (!waiting.empty()) {
@@ -121,7 +121,7 @@ struct GetOptions {
 };
 
 void get(const StoreFile& store, const GetOptions& options, Session& session) {
-    const std::wstring path = storeName(options.key);
+    const std::wstring path = keyPath(options.key);
     const auto key = StoreKey::inq(store, path);
     Json found = Json::array();
     const auto tellMissing = [&](const std::wstring& missing) {
@@ -165,6 +165,7 @@ void addGet(CLI::App& group, const Group& store, Session& session) {
 struct SetOptions {
     std::string key;
     std::vector<std::string> assignments;
+    std::optional<std::string> name;
     std::string type;
 };
 
@@ -175,18 +176,21 @@ struct Assignment {
 
 std::vector<Assignment> assignmentsOf(const SetOptions& options) {
     std::vector<Assignment> assignments;
+    if (options.name && options.assignments.size() != 1)
+        throw Failure("--name is for one value: expected one text");
     for (const auto& each : options.assignments) {
         const auto sign = each.find('=');
-        if (sign == std::string::npos)
+        if (options.name) assignments.push_back({storeName(*options.name), each});
+        else if (sign == std::string::npos)
             throw Failure('"' + each + "\" is no assignment: expected VALUE=TEXT");
-        assignments.push_back({valueName(each.substr(0, sign)), each.substr(sign + 1)});
+        else assignments.push_back({valueName(each.substr(0, sign)), each.substr(sign + 1)});
         if (!options.type.empty()) parseStored(assignments.back().text, typeOfWord(options.type));
     }
     return assignments;
 }
 
 void set(const SetOptions& options, const Group& group, Session& session) {
-    const std::wstring path = storeName(options.key);
+    const std::wstring path = keyPath(options.key);
     const auto assignments = assignmentsOf(options);  // a bad one makes no file
     const StoreFile store(group->file, WhenMissing::Make);
     StoreChange change(store);
@@ -214,6 +218,10 @@ void addSet(CLI::App& group, const Group& store, Session& session) {
     command->add_option("VALUE=TEXT", options->assignments, "What to set to which value")
         ->required();
     command
+        ->add_option("--name", options->name,
+                     "The name of the value, as it stands; VALUE=TEXT is the text alone then")
+        ->option_text("NAME");
+    command
         ->add_option("--type", options->type,
                      "The type: else a value keeps its own, and a new one is a text")
         ->option_text("text|expand|multi|dword|qword|binary|none");
@@ -234,7 +242,7 @@ struct RemoveOptions {
 };
 
 void remove(const StoreFile& store, const RemoveOptions& options, Session& session) {
-    const std::wstring path = storeName(options.key);
+    const std::wstring path = keyPath(options.key);
     StoreChange change(store);
     std::wstring removed = path;
     {

@@ -83,8 +83,8 @@ void apply(const StoreFile& store, const RegStep& step, const std::wstring& path
 void importRegFile(const SourceFile& source, const ImportOptions& options, const Group& group,
                    Session& session) {
     const auto steps = readRegFile(source);  // whole, ahead of any change
-    const std::wstring key = storeName(options.key.value_or(""));
-    const std::wstring base = storeName(options.base);
+    const std::wstring key = keyPath(options.key.value_or(""));
+    const std::wstring base = keyPath(options.base);
     std::vector<std::wstring> paths;
     for (const auto& step : steps) paths.push_back(keyOf(step, base, key, source));
     const StoreFile store(group->file, WhenMissing::Make);
@@ -107,9 +107,9 @@ void importRegFile(const SourceFile& source, const ImportOptions& options, const
 }
 
 void exportRegFile(const StoreFile& store, const ExportOptions& options, RegForm form) {
-    const std::wstring key = storeName(options.key);
+    const std::wstring key = keyPath(options.key);
     const std::string bytes =
-        writeRegFile(store, key, options.base ? storeName(*options.base) : key, form);
+        writeRegFile(store, key, options.base ? keyPath(*options.base) : key, form);
     const WriteFlags& write = options.write;
     if (write.dryRun) return;
     const bool isPrinted = write.output == "-";
@@ -156,7 +156,7 @@ void tellWhatStays(const Document& document) {
 void importModel(std::unique_ptr<SourceFile> source, const ImportOptions& options,
                  const Group& group, Session& session) {
     if (!options.key) throw Failure("a model file needs --key KEY, where its tree comes");
-    const std::wstring key = storeName(*options.key);
+    const std::wstring key = keyPath(*options.key);
     const Document document = loadDocument(options.file, std::move(source));
     const Element start = elementAt(document, options.path);
     const StoreFile store(group->file, WhenMissing::Make);
@@ -193,7 +193,7 @@ bool isAnyWrong(const Document& document, const std::vector<EditResult>& edits,
 }
 
 void exportModel(const StoreFile& store, const ExportOptions& options, Session& session) {
-    const std::wstring key = storeName(options.key);
+    const std::wstring key = keyPath(options.key);
     if (!StoreKey::inq(store, key)) throw store.failure(key, "is not there");
     std::vector<KeyProblem> problems;
     const Document document =
@@ -215,7 +215,8 @@ bool endsWith(const std::string& text, const std::string& end) {
 
 void runImport(const ImportOptions& options, const Group& group, Session& session) {
     auto source = std::make_unique<SourceFile>(options.file);
-    if (!isRegFile(*source)) {
+    // What is only named so is told as a broken one.
+    if (!isRegFile(*source) && !endsWith(options.file, ".reg")) {
         if (!options.base.empty()) throw Failure("--base is for registry files only");
         return importModel(std::move(source), options, group, session);
     }

@@ -128,7 +128,14 @@ private:
             {isRemoval ? RegStep::Kind::RemoveKey : RegStep::Kind::MakeKey, line, key, {}, {}});
     }
 
+    // A store would take the name up to there for all of it.
+    void checkEnd(const std::wstring& name) const {
+        if (name.find(L'\0') != std::wstring::npos)
+            fail("there is a NUL within a name: expected characters that names can have");
+    }
+
     void checkPath() const {
+        checkEnd(key);
         if (key.empty() || key.starts_with(L'\\'))
             fail("expected the path of a key, with \\ between its names");
         for (std::size_t begin = 0; begin <= key.size();) {
@@ -147,6 +154,7 @@ private:
         if (!take(L'@')) {
             ++at;
             step.name = readQuoted(false);
+            checkEnd(step.name);
         }
         skipBlanks();
         if (!take(L'=')) fail("expected = behind the name of the value");

@@ -161,6 +161,17 @@ std::wstring storeName(const std::string& text) {
     return name;
 }
 
+std::wstring keyPath(const std::string& text) {
+    std::wstring path = storeName(text);
+    const std::size_t begin = path.find_first_not_of(L'\\');
+    if (begin == std::wstring::npos || begin > 0) return path;  // which the store refuses
+    for (auto place = path.find(L"\\\\"); place != std::wstring::npos;
+         place = path.find(L"\\\\", place))
+        path.erase(place, 1);
+    if (path.ends_with(L'\\')) path.pop_back();
+    return path;
+}
+
 std::string nameText(const std::wstring& name) { return QOR::narrow(name, '?'); }
 
 std::wstring joinPairs(const std::wstring& text) {

@@ -88,6 +88,8 @@ bool rmTree(const StoreFile& file, const std::wstring& path);
 
 /// A path or name that a user gives, as the store wants it. \throws Failure for what is no UTF-8.
 std::wstring storeName(const std::string& text);
+/// The path of a key as a user writes it, without separators that part nothing.
+std::wstring keyPath(const std::string& text);
 /// A path or name as UTF-8.
 std::string nameText(const std::wstring& name);
 /// Halves of pairs joined, as names of the store have them.

@@ -1,41 +1,13 @@
 // The commands of the key store, as users run them.
-#include "support/InFolder.h"
-#include "support/RunProgram.h"
+#include "support/OnStore.h"
 #include "support/Sample.h"
-#include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 using namespace qormodel::testing;
-
-namespace {
-
-// A folder with a project; commands run in it on the store s.db.
-class OnStore : public InFolder {
-protected:
-    OnStore() {
-        put("project.model", textWithoutRelation());
-        put("settings.reg", "REGEDIT4\r\n\r\n[A\\B]\r\n@=\"d\"\r\n\"x\"=dword:10\r\n");
-    }
-
-    RunResult run(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"store", "--store", "s.db"});
-        return runQormodel(arguments, options);
-    }
-    // What sqlite3 finds in the file.
-    std::string ask(const std::string& query) const {
-        const RunResult result = runShell("sqlite3 s.db \"" + query + '"', options);
-        EXPECT_EQ(result.status, 0) << result.err;
-        return result.out;
-    }
-};
-
-}  // namespace
 
 TEST_F(OnStore, SetsAndGetsValuesOfEachType) {
     const RunResult set = run({"set", "A\\B", "x=one two", "@=default", "=again"});
@@ -262,89 +234,6 @@ TEST_F(OnStore, LeavesWhatElseIsInTheKeyUnlessItIsReplaced) {
     EXPECT_EQ(run({"get", "P\\Scans", "Count"}).out, "2\n");
 }
 
-TEST_F(OnStore, BringsRegistryFilesInAndOut) {
-    const RunResult in = run({"import", "settings.reg"});
-    EXPECT_EQ(in.status, 0) << in.err;
-    EXPECT_EQ(in.out, "1 keys, 2 values; 0 keys and 0 values removed\n");
-    EXPECT_EQ(ask("SELECT name, type, hex(data) FROM value ORDER BY name"),
-              "|1|64000000\nx|4|10000000\n");
-
-    EXPECT_EQ(run({"export", "--key", "A\\B", "-o", "-", "--as", "reg4"}).out,
-              "REGEDIT4\r\n\r\n[A\\B]\r\n@=\"d\"\r\n\"x\"=dword:00000010\r\n\r\n");
-    EXPECT_EQ(run({"export", "-o", "out.reg"}).status, 0);
-    EXPECT_TRUE(content("out.reg").starts_with("\xFF\xFEW"));
-    EXPECT_EQ(run({"import", "out.reg", "--key", "Copy"}).status, 0);
-    EXPECT_EQ(run({"get", "Copy\\A\\B", "x"}).out, "16\n");
-}
-
-TEST_F(OnStore, PutsKeysElsewhereByTheirBase) {
-    EXPECT_EQ(run({"import", "settings.reg", "--base", "a", "--key", "Z"}).status, 0);
-    EXPECT_EQ(run({"get", "Z\\B", "x"}).out, "16\n");
-    EXPECT_EQ(run({"export", "--key", "Z\\B", "--base", "HKEY_CURRENT_USER\\X", "-o", "-", "--as",
-                   "reg4"})
-                  .out,
-              "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\X]\r\n@=\"d\"\r\n\"x\"=dword:00000010\r\n\r\n");
-    const RunResult outside = run({"import", "settings.reg", "--base", "B"});
-    EXPECT_EQ(outside.status, 2);
-    EXPECT_EQ(outside.err, "qormodel: settings.reg:3: the key A\\B is not below B\n");
-}
-
-TEST_F(OnStore, TakesTheFileOfTheRegistryEditor) {
-    const std::string sample = std::string(QORMODEL_TEST_DATA) + "/wine_regedit.reg";
-
-    EXPECT_EQ(run({"import", sample, "--base", "HKEY_CURRENT_USER\\Software\\QorSample"}).status,
-              0);
-
-    EXPECT_EQ(run({"get", "", "@"}).out, "the default\n");
-    EXPECT_EQ(run({"get", "", "Text"}).out, "C:\\Data\\\"scan\" one\n");
-    EXPECT_EQ(run({"get", "", "Umlaute"}).out, "Zoë, größer € 字\n");
-    EXPECT_EQ(run({"get", "", "Empty"}).out, "\n");
-    EXPECT_EQ(run({"get", "", "Path"}).out,
-              "%HOME%\\models;C:\\more\\models\\that\\make\\the\\line\\a\\long\\one\n");
-    EXPECT_EQ(run({"get", "", "List"}).out, "one\ntwo\nthree and more\n");
-    EXPECT_EQ(run({"get", "", "Number"}).out, "4022250974\n");
-    EXPECT_EQ(run({"get", "", "Large"}).out, "9223372036854775809\n");
-    EXPECT_EQ(run({"get", "", "a \"quoted\\name"}).out, "named\n");
-    EXPECT_EQ(run({"get", "Window\\[odd] key", "x"}).out, "y\n");
-    EXPECT_EQ(run({"get", "Nothing"}).out, "@ = \n");
-    EXPECT_EQ(ask("SELECT length(data) FROM value WHERE name = 'Bytes'"), "53\n");
-    EXPECT_EQ(ask("SELECT type, hex(data) FROM value WHERE name = 'BigEndian'"), "5|12345678\n");
-}
-
-TEST_F(OnStore, ChangesNothingForABrokenRegistryFile) {
-    run({"set", "A\\B", "x=1"});
-    put("broken.reg", "REGEDIT4\n\n[-A]\n[C]\n\"y\"=\"z\"\n\"x\"=dword:12x\n");
-
-    const RunResult result = run({"import", "broken.reg"});
-
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err,
-              "qormodel: broken.reg:6: something follows that does not belong there: expected the "
-              "end of the line\n");
-    EXPECT_EQ(run({"ls", "-r"}).out, "A\\\nA\\B\\\nA\\B\\x = 1 text\n");
-}
-
-TEST_F(OnStore, UndoesAllWhereTheStoreRefusesOneStep) {
-    run({"set", "A\\B", "x=1"});
-    put("long.reg",
-        "REGEDIT4\n\n[-A]\n[C]\n\"y\"=\"z\"\n\"" + std::string(17000, 'n') + "\"=\"\"\n");
-
-    const RunResult result = run({"import", "long.reg"});
-
-    EXPECT_EQ(result.status, 2);
-    EXPECT_TRUE(result.err.starts_with("qormodel: long.reg:6: s.db: C\\nnn")) << result.err;
-    EXPECT_EQ(run({"ls", "-r"}).out, "A\\\nA\\B\\\nA\\B\\x = 1 text\n");
-}
-
-TEST_F(OnStore, RemovesWhatARegistryFileSays) {
-    run({"import", "settings.reg"});
-    put("less.reg", "REGEDIT4\n\n[A\\B]\n@=-\n\"none\"=-\n[-A\\None]\n");
-
-    EXPECT_EQ(run({"import", "less.reg"}).out, "1 keys, 0 values; 1 keys and 2 values removed\n");
-    EXPECT_EQ(run({"ls", "-r"}).out, "A\\\nA\\B\\\nA\\B\\x = 16 dword\n");
-}
-
 TEST_F(OnStore, RefusesOptionsThatDoNotGoTogether) {
     run({"set", "A", "x=1"});
     const std::vector<std::vector<std::string>> usages{
@@ -374,4 +263,23 @@ TEST_F(OnStore, KeepsTheOldFileOfAnExport) {
     run({"export", "-o", "out.reg"});
     EXPECT_EQ(content("out.reg~"), "old");
     EXPECT_NE(content("out.reg"), "old");
+}
+
+TEST_F(OnStore, PassesOverSeparatorsThatPartNothing) {
+    EXPECT_EQ(run({"set", "A\\\\B\\", "x=1"}).out, "+ A\\B\\x = 1\n");
+    EXPECT_EQ(run({"rm", "A\\B\\", "x"}).out, "- A\\B\\x\n");
+    EXPECT_EQ(run({"set", "\\A", "x=1"}).status, 2);
+}
+
+TEST_F(OnStore, SetsAValueOfAnyName) {
+    EXPECT_EQ(run({"set", "A", "--name", "a=b", "c=d"}).out, "+ A\\a=b = c=d\n");
+    EXPECT_EQ(run({"set", "A", "--name", "C:\\x/y", "5", "--type", "dword"}).status, 0);
+    EXPECT_EQ(run({"set", "A", "--name", "", "default"}).status, 0);
+
+    EXPECT_EQ(run({"get", "A", "a=b"}).out, "c=d\n");
+    EXPECT_EQ(run({"get", "A", "C:\\x/y"}).out, "5\n");
+    EXPECT_EQ(run({"get", "A", "@"}).out, "default\n");
+    EXPECT_EQ(ask("SELECT name FROM value WHERE type = 4"), "C:\\x/y\n");
+    EXPECT_EQ(run({"set", "A", "--name", "a", "b", "c"}).status, 2);
+    EXPECT_EQ(run({"set", "A", "--name", "a", "b", "--type", "qword"}).status, 2);
 }
