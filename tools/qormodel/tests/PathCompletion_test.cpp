@@ -59,8 +59,10 @@ TEST(PathCompletion, OffersWhatABrokenFileHolds) {
 }
 
 TEST(PathCompletion, LeavesOutNamesThatNoPathLeadsTo) {
-    const std::string root = "AttrContainer { \nAttr<int> { \nName \"$(id)\"\nValue 1\n}\nAttr<int> { \n"
-                             "Name \"a b\"\nValue 1\n}\nAttr<int> { \nName \"Good-1.x_y\"\nValue 1\n}\n}\n";
+    std::string root = "AttrContainer { \n";
+    for (const std::string name : {"$(id)", "a b", "Good-1.x_y"})
+        root += "Attr<int> { \nName \"" + name + "\"\nValue 1\n}\n";
+    root += "}\n";
     const std::string child = "Child { \n\"Object\" \"`id`\"\nAttrContainer { \n}\n}\n";
 
     EXPECT_EQ(complete("/", modelText(root + child)), Paths{"/Good-1.x_y"});

@@ -27,8 +27,12 @@ ArgumentKind kindOf(const CLI::Option& option) {
     if (text == "COMMAND") return {ArgumentKind::Command};
     if (text == "TYPE") return {ArgumentKind::Values, listTypeWords()};
     if (text == "MODEL") return {ArgumentKind::Model};
+    if (isNamed && option.check_lname("store")) return {ArgumentKind::Store};
     if (text == "FILE" || text.starts_with("PAGE")) return {ArgumentKind::File};
-    if (text == "KEY" || text.starts_with("VALUE")) return {};
+    if (isNamed && option.check_lname("base")) return {};  // a path of another system
+    if (text == "KEY") return {ArgumentKind::Key};
+    if (text == "VALUE") return {ArgumentKind::Value};
+    if (text == "VALUE=TEXT") return {ArgumentKind::Setting};
     if (isNamed) return {};
     return {ArgumentKind::File};
 }

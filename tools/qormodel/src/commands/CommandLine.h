@@ -17,6 +17,10 @@ struct ArgumentKind {
         Model,    ///< a file in which paths of the same command lead
         Path,     ///< a path in the model file of the line
         Command,  ///< the name of a command
+        Store,    ///< the file of a key store
+        Key,      ///< a key in the store of the line
+        Value,    ///< a value of the key ahead of it
+        Setting,  ///< a value of the key ahead of it with the text to be set behind =
     };
 
     Kind kind = Other;
@@ -40,7 +44,8 @@ struct CommandLine {
 };
 
 /// The program, its commands and theirs; hidden ones are left out. What an argument is goes by the
-/// word that stands for it in the help: FILE, MODEL, PATH, TYPE, COMMAND, or values as in "a|b".
+/// word that stands for it in the help: FILE, MODEL, PATH, TYPE, COMMAND, KEY, VALUE, or values as
+/// in "a|b".
 std::vector<CommandLine> listCommandLines(const CLI::App& program);
 
 /// The scripts for the three shells.

@@ -3,12 +3,14 @@
 
 #include "model/PathCompletion.h"
 #include "outline/Outline.h"
+#include "store/KeyCompletion.h"
 
 #include <csignal>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <unistd.h>
 
@@ -22,27 +24,53 @@ void printScript(const std::string& shell, const CLI::App& program, Session& ses
     else session.output.add(fishScript(commands));
 }
 
-struct PathOptions {
+struct Asked {
     std::string file;
+    std::string key;  // of values
     std::string prefix;
 };
 
+using Complete = std::vector<std::string> (*)(const Asked&);
+
+std::vector<std::string> pathsFor(const Asked& asked) {
+    const SourceFile source(asked.file);
+    return completePaths(readOutline(source), asked.prefix);
+}
+
+std::vector<std::string> keysFor(const Asked& asked) {
+    if (!isStoreFile(asked.file)) return {};
+    return completeKeys(StoreFile(asked.file, WhenMissing::Fail), asked.prefix);
+}
+
+std::vector<std::string> valuesFor(const Asked& asked) {
+    if (!isStoreFile(asked.file)) return {};
+    return completeValues(StoreFile(asked.file, WhenMissing::Fail), asked.key, asked.prefix);
+}
+
 constexpr unsigned maxSeconds = 3;
 
-// A shell asks while somebody types: what cannot be read has no paths, nothing is said of it, and
+// A shell asks while somebody types: what cannot be read offers nothing, nothing is said of it, and
 // what is not read soon is not waited for.
-void printPaths(const PathOptions& options, Session& session) {
+void printOffers(const Asked& asked, Complete complete, Session& session) {
     std::error_code error;
     // A pipe would be read empty, and may never end; "-" is what is typed.
-    if (options.file == "-" || !std::filesystem::is_regular_file(options.file, error)) return;
+    if (asked.file == "-" || !std::filesystem::is_regular_file(asked.file, error)) return;
     std::signal(SIGALRM, [](int) { ::_exit(0); });
     ::alarm(maxSeconds);
     try {
-        const SourceFile source(options.file);
-        for (const auto& path : completePaths(readOutline(source), options.prefix))
-            session.output.print("{}\n", path);
+        for (const auto& offer : complete(asked)) session.output.print("{}\n", offer);
     } catch (const Failure&) {
     }
+}
+// Commands for the scripts only.
+void addOffers(CLI::App& program, Session& session, const std::string& name, Complete complete) {
+    auto* const command = program.add_subcommand(name, "Print what begins so");
+    const auto asked = std::make_shared<Asked>();
+    command->add_option("FILE", asked->file)->required();
+    if (complete == &valuesFor) command->add_option("KEY", asked->key)->required();
+    command->add_option("PREFIX", asked->prefix);
+    command->group("");
+    command->callback([asked, complete, &session] { printOffers(*asked, complete, session); });
 }
 }  // namespace
 
@@ -55,17 +83,15 @@ void addCompletion(CLI::App& program, Session& session) {
         ->check(CLI::IsMember({"bash", "zsh", "fish"}))
         ->option_text("bash|zsh|fish");
     command->footer(
-        "It offers commands, options, their values, files, and the paths in the file of the line.\n"
+        "It offers commands, options, their values, files, and what is in the file of the line:\n"
+        "paths, keys and values.\n"
         "In ~/.bashrc: source <(qormodel completion bash)\n\n"
         "Example:\n  qormodel completion bash");
     command->callback([shell, &program, &session] { printScript(*shell, program, session); });
 
-    auto* const paths = program.add_subcommand("complete-paths", "Print paths that begin so");
-    const auto options = std::make_shared<PathOptions>();
-    paths->add_option("FILE", options->file)->required();
-    paths->add_option("PREFIX", options->prefix);
-    paths->group("");  // for scripts only
-    paths->callback([options, &session] { printPaths(*options, session); });
+    addOffers(program, session, "complete-paths", &pathsFor);
+    addOffers(program, session, "complete-keys", &keysFor);
+    addOffers(program, session, "complete-values", &valuesFor);
 }
 
 }  // namespace qormodel

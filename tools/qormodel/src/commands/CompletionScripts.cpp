@@ -38,6 +38,10 @@ std::string wordOf(const ArgumentKind& kind) {
         case ArgumentKind::Model: return "model";
         case ArgumentKind::Path: return "path";
         case ArgumentKind::Command: return "command";
+        case ArgumentKind::Store: return "store";
+        case ArgumentKind::Key: return "key";
+        case ArgumentKind::Value: return "value";
+        case ArgumentKind::Setting: return "setting";
         case ArgumentKind::Other: break;
     }
     return "other";
@@ -118,9 +122,13 @@ std::string fishArgument(const ArgumentKind& kind) {
     switch (kind.kind) {
         case ArgumentKind::Values: return " -x -a " + quotedForFish(joined(kind.values));
         case ArgumentKind::File:
-        case ArgumentKind::Model: return " -r -F";
+        case ArgumentKind::Model:
+        case ArgumentKind::Store: return " -r -F";
         case ArgumentKind::Path: return " -x -a '(__qormodel_paths)'";
         case ArgumentKind::Command: return " -x -a '$__qormodel_commands'";
+        case ArgumentKind::Key: return " -x -a '(__qormodel_keys)'";
+        case ArgumentKind::Value: return " -x -a '(__qormodel_values)'";
+        case ArgumentKind::Setting: return " -x -a '(__qormodel_values)='";
         case ArgumentKind::Other: break;
     }
     return " -x";
@@ -175,6 +183,7 @@ std::string fishScript(const std::vector<CommandLine>& commands) {
     Words paths;
     Words valued;
     Words models;
+    Words stores;
     std::string text;
     for (const auto& command : commands) {
         if (!command.path.empty()) paths.push_back(quotedForFish(command.path));
@@ -183,6 +192,7 @@ std::string fishScript(const std::vector<CommandLine>& commands) {
                 const std::string word = quotedForFish(command.path + ' ' + name);
                 if (option.takesValue) valued.push_back(word);
                 if (option.value.kind == ArgumentKind::Model) models.push_back(word);
+                if (option.value.kind == ArgumentKind::Store) stores.push_back(word);
             }
         for (const auto& name : command.subcommands)
             if (const auto* const each = inqCommand(commands, pathOf(command, name)))
@@ -194,7 +204,8 @@ std::string fishScript(const std::vector<CommandLine>& commands) {
     return "# Completes the command line of qormodel in fish. Made by: qormodel completion fish\n"
            "set -g __qormodel_commands " +
            joined(paths) + "\nset -g __qormodel_valued " + joined(valued) +
-           "\nset -g __qormodel_models " + joined(models) + '\n' + fishBegin + text;
+           "\nset -g __qormodel_models " + joined(models) + "\nset -g __qormodel_stores " +
+           joined(stores) + '\n' + fishBegin + text;
 }
 
 }  // namespace qormodel

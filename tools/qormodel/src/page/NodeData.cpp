@@ -146,8 +146,8 @@ private:
         const bool isSecond = node.second != FlatTree::none;
         Json list = Json::array();
         if (const auto found = marks.find(index); found != marks.end()) list = found->second;
-        for (const auto& content :
-             isSecond ? contentAt(secondContents, node.second) : contentAt(firstContents, node.first))
+        for (const auto& content : isSecond ? contentAt(secondContents, node.second)
+                                            : contentAt(firstContents, node.first))
             list.push_back({"?", "not understood: " + excerptOf(content)});
         return list;
     }

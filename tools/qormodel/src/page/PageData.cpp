@@ -71,7 +71,8 @@ Json describePointSets(const PointSets& sets) {
 }
 }  // namespace
 
-Json describePage(const Document& first, const Document* second, const Tolerance& tolerance) {
+Json describePage(const Document& first, const Document* second,
+                  const Tolerance& tolerance) {
     const PageTree tree(first, second);
     const auto changes = second ? compareDocuments(first, *second, tolerance) : std::vector<Change>{};
     const PointSets points = collectPointSets(tree);
