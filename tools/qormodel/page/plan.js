@@ -34,7 +34,7 @@ function addSvg(parent, tag, attributes) {
     return element;
 }
 
-// Far outside of what is shown a place need not be exact, but it must be a number that can be drawn.
+// Far outside of what is shown a place need not be exact, but it must be a number that is drawn.
 function toDrawing(x, y) {
     const limit = (value) => Math.max(-1e6, Math.min(1e6, value));
     return [
@@ -102,16 +102,19 @@ function shapeOf(symbol, index) {
     return group;
 }
 
-// The name beside a symbol, where it lies upon no other name.
+// The name beside a symbol, where it lies upon no other name; the sign of what differs in any case.
 function addLabel(shape, symbol, x, y, taken) {
     const sign = signOfSymbol(symbol);
     const text = (sign ? signs[sign].shown + ' ' : '') + nameOf(rowOfNode[symbol.n]).slice(0, 30);
     const box = {left: x + 9, right: x + 9 + 7 * text.length, top: y - 18, bottom: y - 2};
     const isTaken = taken.some((other) => isOver(box, other));
-    if (isTaken || plan.numLabels >= maxLabels) return;
-    ++plan.numLabels;
-    taken.push(box);
-    addSvg(shape, 'text', {x: 9, y: -6}).textContent = text;
+    const isFree = !isTaken && plan.numLabels < maxLabels;
+    if (!isFree && !sign) return;
+    if (isFree) {
+        ++plan.numLabels;
+        taken.push(box);
+    }
+    addSvg(shape, 'text', {x: 9, y: -6}).textContent = isFree ? text : signs[sign].shown;
 }
 
 function textOfSymbol(symbol) {
@@ -135,6 +138,7 @@ function drawPlan() {
         addSvg(svg, 'polygon', {points: corners.join(' '), class: 'area'});
     }
     plan.numLabels = 0;
+    const shapes = [];
     plan.symbols.forEach((symbol, index) => {
         const [x, y] = toDrawing(symbol.x, symbol.y);
         if (symbol.from) {
@@ -143,9 +147,12 @@ function drawPlan() {
         }
         const shape = shapeOf(symbol, index);
         shape.setAttribute('transform', 'translate(' + x + ' ' + y + ')');
-        addLabel(shape, symbol, x, y, taken);
         svg.append(shape);
+        shapes.push([shape, symbol, x, y]);
     });
+    // Names of what differs go first.
+    shapes.sort((a, b) => Boolean(signOfSymbol(b[1])) - Boolean(signOfSymbol(a[1])));
+    for (const shape of shapes) addLabel(...shape, taken);
     const hadFocus = document.activeElement && document.activeElement.id === 'map';
     document.getElementById('drawing').replaceChildren(svg);
     listenToPlan(svg);
@@ -258,7 +265,7 @@ function showPlan() {
                              .join(', ');
     if (data.plan.symbols.length > maxSymbols)
         legend.textContent += ', the first of ' + data.plan.symbols.length;
-    legend.textContent += '; x \u2192, y \u2191';
+    legend.textContent += '; x\u00a0\u2192, y\u00a0\u2191';
     fitPlan();
     drawPlan();
 }

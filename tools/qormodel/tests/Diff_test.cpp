@@ -33,8 +33,8 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 }
 
 TEST(Diff, TakesPicturesWithoutATimeForTheSame) {
-    const std::string text = modelText(
-        "AttrContainer { \n}\nChild { \n\"Picture\" \"P\"\nAttrContainer { \n}\n}\n");
+    const std::string text =
+        modelText("AttrContainer { \n}\nChild { \n\"Picture\" \"P\"\nAttrContainer { \n}\n}\n");
     const LoadedText first(text);
     const LoadedText second(text);
     const LoadedText timed(

@@ -119,7 +119,8 @@ void runForGit(const Options& options, Session& session) {
     try {
         const Document first = loadVersion(words[1]);
         const Document second = loadVersion(words[4]);
-        printAll(compareDocuments(first, second, toleranceOf(options.tolerance)), options, session.output);
+        printAll(compareDocuments(first, second, toleranceOf(options.tolerance)), options,
+                 session.output);
     } catch (const Failure& failure) {
         session.output.print("{} {}\n", session.output.in(Colour::Unknown, "?"), failure.what());
     }

@@ -24,8 +24,8 @@ struct Change {
     std::string after{};
     std::shared_ptr<const ac::Attribute> first{};  ///< for attributes: that which stands there
     std::shared_ptr<const ac::Attribute> second{};
-    /// For places, orders and contents the node of the first tree, as `flatten` counts; for relations
-    /// the element in the outline of the document that has it.
+    /// For places, orders and contents the node of the first tree, as `flatten` counts; for
+    /// relations the element in the outline of the document that has it.
     std::size_t index = FlatTree::none;
 };
 

@@ -50,7 +50,10 @@ void OutlineDiff::addContent(std::size_t firstIndex, std::size_t secondIndex,
     const auto before = contentAt(firstContents, firstIndex);
     const auto after = contentAt(secondContents, secondIndex);
     if (before == after) return;
-    Change change{'?', Change::Kind::Content, path, "",
+    Change change{'?',
+                  Change::Kind::Content,
+                  path,
+                  "",
                   std::to_string(before.size()) + " parts that are not understood",
                   std::to_string(after.size()) + " of them, others"};
     change.index = firstIndex;
@@ -62,8 +65,7 @@ void OutlineDiff::addRelations(std::vector<Change>& changes) const {
     using Key = std::tuple<std::size_t, std::string, std::string>;
     const auto keyOf = [](std::size_t node, const Relation& relation) {
         return Key(node,
-                   node == FlatTree::none ? relation.observable
-                                          : foldedName(attributeOf(relation)),
+                   node == FlatTree::none ? relation.observable : foldedName(attributeOf(relation)),
                    relationText(relation));
     };
     const auto add = [&](char sign, const Relation& relation) {

@@ -163,8 +163,8 @@ void readBody(Document& document) {
     }
 }
 
-// A picture without a TimeStamp in its file has that of its making, a moment of the reading. All such
-// pictures of one run get the same, so that a file is the same as itself.
+// A picture without a TimeStamp in its file has that of its making, a moment of the reading. All
+// such pictures of one run get the same, so that a file is the same as itself.
 void settleTimeStamps(const Document& document, double begin) {
     static const double ofThisRun = QOR::Time{}.getCurrentTime();
     const double end = QOR::Time{}.getCurrentTime();

@@ -20,7 +20,7 @@ struct Relation {
     bool isAsked = false;      ///< before a change, else told after it
     bool isActionKnown = true;
     std::uint64_t line = 0;
-    std::size_t element = 0;       ///< the holder's place in the outline
+    std::size_t element = 0;  ///< the holder's place in the outline
 };
 
 /// All relations in the order of the file.

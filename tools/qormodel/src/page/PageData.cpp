@@ -71,10 +71,10 @@ Json describePointSets(const PointSets& sets) {
 }
 }  // namespace
 
-Json describePage(const Document& first, const Document* second,
-                  const Tolerance& tolerance) {
+Json describePage(const Document& first, const Document* second, const Tolerance& tolerance) {
     const PageTree tree(first, second);
-    const auto changes = second ? compareDocuments(first, *second, tolerance) : std::vector<Change>{};
+    const auto changes =
+        second ? compareDocuments(first, *second, tolerance) : std::vector<Change>{};
     const PointSets points = collectPointSets(tree);
     Json files = Json::array({describeFile(first)});
     if (second) files.push_back(describeFile(*second));

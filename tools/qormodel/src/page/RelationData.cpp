@@ -19,10 +19,7 @@ public:
 
     Side(const PageTree& tree, const Document& document, const FlatTree& own, Find find,
          PageNodeOf pageNodeOf)
-        : tree(tree),
-          find(find),
-          pageNodeOf(pageNodeOf),
-          nodes(nodesOf(document.outline, own)) {}
+        : tree(tree), find(find), pageNodeOf(pageNodeOf), nodes(nodesOf(document.outline, own)) {}
 
     Json describe(const Relation& relation, char sign) const {
         // The root has what no element of the tree has, under the whole path.

@@ -153,6 +153,32 @@ class LooksTest(PageCase):
         event = self.run_js("valueOf(findRow('/Event'))")
         self.assertTrue(event.startswith("</script><script>hacked=1</script><img"), event)
 
+    def test_shows_values_that_are_no_text_and_values_of_any_length(self):
+        turned = "\u202egpj.exe"  # what follows it runs from right to left
+        more = (models.text("Bytes", "a\udcff\udc80b") + models.text("Nul", "a\0b") +
+                models.text("Turned", turned) + models.text("Long", "x" * 3000000))
+        page = self.make(models.document("Odd", more + models.attribute(
+            "int", "Watched", 1, models.tells("/" + turned))))
+        self.assertLess(os.path.getsize(page), 100000)
+        self.browser.open(page)
+        values = [self.run_js("valueOf(findRow('/%s'))" % name) for name in ("Bytes", "Turned")]
+        self.assertEqual(values, ["a\ufffd\ufffdb", turned])
+        self.assertTrue(self.run_js("valueOf(findRow('/Nul'))").startswith("a"))
+        self.assertLess(self.run_js("valueOf(findRow('/Long')).length"), 520)
+        turns = self.run_js("[...document.querySelectorAll('#details td.value div, #details "
+                            ".dead')].map(each => getComputedStyle(each).unicodeBidi)")
+        self.assertEqual(set(turns), {"isolate"})
+
+    def test_bounds_the_size_of_a_page_of_many_points(self):
+        numbers = " ".join("%d %d %d" % (i % 1000, i // 1000, i % 7) for i in range(300000))
+        sets = [models.child("Transform", name, models.attribute("Vec3ddVector", "Points", value))
+                for name, value in (("Many", "{ " + numbers + " } "), ("None", "{ } "))]
+        page = self.make(models.document("Points", "", "".join(sets)))
+        self.assertLess(os.path.getsize(page), 100000)
+        self.browser.open(page)
+        self.assertEqual(self.run_js("data.pointSets.map(each => [each.c, each.w, each.h])"),
+                         [[300000, 128, 39]])
+
     def test_lets_nothing_run_that_is_not_its_own(self):
         self.open(models.site())
         self.run_js("""document.body.insertAdjacentHTML('beforeend',

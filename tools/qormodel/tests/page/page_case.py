@@ -35,7 +35,7 @@ class PageCase(unittest.TestCase):
         names = []
         for number, text in enumerate(documents):
             name = pathlib.Path(self.folder.name, ("first.model", "second.model")[number])
-            name.write_text(text, encoding="utf-8")
+            name.write_text(text, encoding="utf-8", errors="surrogateescape")
             names.append(str(name))
         page = str(pathlib.Path(self.folder.name, "page.html"))
         result = subprocess.run([program, "html", *names, "-o", page, "--no-backup"],

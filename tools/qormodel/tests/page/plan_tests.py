@@ -40,7 +40,8 @@ class PlanTest(PageCase):
             self.assertEqual(self.browser.complaints(), [])
 
     def test_shows_one_station_in_the_middle(self):
-        self.open(models.document("One", "", models.child("Transform", "A", models.matrix(7, 8, 9))))
+        station = models.child("Transform", "A", models.matrix(7, 8, 9))
+        self.open(models.document("One", "", station))
         self.assertEqual(self.symbol_places()["A"],
                          self.run_js("[plan.width / 2, plan.height / 2]"))
 
@@ -50,8 +51,9 @@ class PlanTest(PageCase):
         self.assertTrue(self.run_js("document.getElementById('points').hidden"))
 
     def test_tells_coordinates_with_all_digits_that_matter(self):
-        ends = models.child("Transform", "A", models.matrix(500000.125, 4500000, 10)) + models.child(
-            "Transform", "B", models.matrix(500020.125, 4500010, 12.5))
+        ends = "".join(
+            models.child("Transform", name, models.matrix(*place)) for name, place in
+            (("A", (500000.125, 4500000, 10)), ("B", (500020.125, 4500010, 12.5))))
         self.open(models.document("Far", "", ends))
         self.run_js("choose(1)")
         self.assertEqual(self.run_js("document.getElementById('plan-note').textContent"),
@@ -134,6 +136,20 @@ class PlanTest(PageCase):
         self.assertEqual(alphas, [29, 255, 255, 0])
         self.browser.click("#thumbnails button")
         self.assertEqual(self.selected(), "/Scans/First/Points")
+
+    def test_signs_in_the_plan_what_differs_even_where_names_have_no_room(self):
+        both = []
+        for operator in ("Kim", "Lee"):
+            scans = "".join(models.child("Transform", "Station%d" % i, models.matrix(i / 1e3, 0, 0) +
+                                         models.text("Operator", operator if i > 1 else ""))
+                            for i in range(4)) + models.child("Transform", "Far",
+                                                              models.matrix(9, 9, 0))
+            both.append(models.document("Close", "", scans))
+        self.open(*both)
+        self.assertEqual(
+            self.run_js("[...document.querySelectorAll('.symbol')].map(each => (each"
+                        ".querySelector('text') || {}).textContent || '')"),
+            ["", "", "~ Station2", "~", "Far"])
 
     def test_shows_in_the_plan_what_has_moved(self):
         self.open_comparison()

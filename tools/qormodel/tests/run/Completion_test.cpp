@@ -127,8 +127,9 @@ TEST_F(Completing, DoesNotWaitForAPipe) {
 }
 
 TEST_F(Completing, OffersNoNameThatAShellWouldRun) {
-    put("hostile.model", "\"Test\"\n\"kVLib\" 9.1.0.0\nAttrContainer { \n}\nChild { \n\"Object\" "
-                         "\"$(touch ran)\"\nAttrContainer { \n}\n}\n");
+    put("hostile.model",
+        "\"Test\"\n\"kVLib\" 9.1.0.0\nAttrContainer { \n}\nChild { \n\"Object\" "
+        "\"$(touch ran)\"\nAttrContainer { \n}\n}\n");
 
     EXPECT_EQ(inBash({"qormodel", "get", "hostile.model", "/"}), Words{});
     EXPECT_EQ(typedInBash("qormodel get hostile.model /"), "qormodel get hostile.model /X");

@@ -106,8 +106,9 @@ TEST_F(CompletingKeys, InFishOffersTheSame) {
 }
 
 TEST_F(CompletingKeys, FindsPathsInFilesOfAnyName) {
-    for (const std::string name : {"it's.model", "a$HOME.model", "q\"uote.model", "line\nbreak.model",
-                                   "back\\slash.model", "st*r.model", "-dash.model"}) {
+    for (const std::string name :
+         {"it's.model", "a$HOME.model", "q\"uote.model", "line\nbreak.model", "back\\slash.model",
+          "st*r.model", "-dash.model"}) {
         put(name, projectText);
         if (name[0] == '-') continue;  // an option to the shells
         std::string escaped;

@@ -111,8 +111,9 @@ TEST_F(OnStore, TellsWhatARegistryFileWithoutItsHeadIs) {
 
     for (const std::string name : {"headless.reg", "bare.REG"})
         EXPECT_EQ(run({"import", name}).err,
-                  "qormodel: " + name + ":1: is no registry file: expected Windows Registry Editor "
-                  "Version 5.00 or REGEDIT4\n");
+                  "qormodel: " + name +
+                      ":1: is no registry file: expected Windows Registry Editor "
+                      "Version 5.00 or REGEDIT4\n");
     EXPECT_FALSE(isThere("s.db"));
 }
 

@@ -118,8 +118,8 @@ protected:
 
     // What fish offers at the end of a line.
     Words inFish(const std::string& line) const {
-        put("script.fish", "qormodel completion fish | source\ncomplete -C " +
-                               quotedForFish(line) + "\n");
+        put("script.fish",
+            "qormodel completion fish | source\ncomplete -C " + quotedForFish(line) + "\n");
         const RunResult result = runShell("fish --no-config script.fish", options);
         EXPECT_EQ(result.status, 0) << result.err;
         EXPECT_EQ(result.err, "");
