@@ -145,7 +145,10 @@ _qormodel() {
         value | setting)
             [[ -n $store ]] || return
             _qormodel_offer "$program" complete-values "$store" "$model" "$cur"
-            if [[ $kind == setting ]]; then compopt -o nospace 2>/dev/null; fi
+            if [[ $kind == setting ]]; then
+                compopt -o nospace 2>/dev/null
+                COMPREPLY=("${COMPREPLY[@]/%/=}")
+            fi
             ;;
     esac
 }

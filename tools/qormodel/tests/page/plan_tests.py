@@ -140,11 +140,11 @@ class PlanTest(PageCase):
     def test_signs_in_the_plan_what_differs_even_where_names_have_no_room(self):
         both = []
         for operator in ("Kim", "Lee"):
-            scans = "".join(models.child("Transform", "Station%d" % i, models.matrix(i / 1e3, 0, 0) +
-                                         models.text("Operator", operator if i > 1 else ""))
-                            for i in range(4)) + models.child("Transform", "Far",
-                                                              models.matrix(9, 9, 0))
-            both.append(models.document("Close", "", scans))
+            scans = [models.child("Transform", "Station%d" % i, models.matrix(i / 1e3, 0, 0) +
+                                  models.text("Operator", operator if i > 1 else ""))
+                     for i in range(4)]
+            scans.append(models.child("Transform", "Far", models.matrix(9, 9, 0)))
+            both.append(models.document("Close", "", "".join(scans)))
         self.open(*both)
         self.assertEqual(
             self.run_js("[...document.querySelectorAll('.symbol')].map(each => (each"

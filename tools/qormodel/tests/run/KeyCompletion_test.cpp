@@ -47,7 +47,7 @@ TEST_F(CompletingKeys, InBashOffersKeysAndValues) {
     EXPECT_EQ(inStore({"get", "'Viewer\\Window'", ""}),
               (Words{"Position", "Title", "Two\\ words", "\\$\\(touch\\ ran\\)"}));
     EXPECT_EQ(inStore({"get", "'Viewer\\Window'", "'T"}), (Words{"Title", "Two words"}));
-    EXPECT_EQ(inStore({"set", "'Viewer\\Window\\'", "a", "=", "5", "Po"}), Words{"Position"});
+    EXPECT_EQ(inStore({"set", "'Viewer\\Window\\'", "a", "=", "5", "Po"}), Words{"Position="});
     EXPECT_EQ(inStore({"set", "'Viewer\\Window'", "Position", "="}), Words{});
     EXPECT_EQ(inStore({"export", "--key", "P"}), Words{"Project\\\\"});
     EXPECT_EQ(inStore({"export", "--base", "P"}), Words{});
@@ -76,6 +76,8 @@ TEST_F(CompletingKeys, WorksWhereSomebodyTypesInBash) {
               typed + "get Viewer\\Window Two words X");
     EXPECT_EQ(typedInBash(line + "get Viewer\\\\Window \\$"),
               typed + "get Viewer\\Window $(touch ran) X");
+    EXPECT_EQ(typedInBash(line + "set Viewer\\\\Window Po"),
+              typed + "set Viewer\\Window Position=X");
     EXPECT_FALSE(hasRun());
 }
 
