@@ -41,7 +41,12 @@ private:
         throw Failure(Place{source.getName(), where, {}}, expected);
     }
 
+    [[noreturn]] void failAtHeader() const {
+        fail("is no registry file: expected Windows Registry Editor Version 5.00 or REGEDIT4");
+    }
+
     void decode() {
+        if (!isRegFile(source)) failAtHeader();  // and not at a byte somewhere in it
         const std::string bytes = source.slice(0, source.getSize());
         if (bytes.starts_with("\xFF\xFE")) return decodeWide(std::string_view(bytes).substr(2));
         const bool isMarked = bytes.starts_with("\xEF\xBB\xBF");
@@ -100,8 +105,7 @@ private:
     void readHeader() {
         skipBlanks();
         if (takeWord(version4)) form = RegForm::Version4;
-        else if (!takeWord(version5))
-            fail("is no registry file: expected Windows Registry Editor Version 5.00 or REGEDIT4");
+        else if (!takeWord(version5)) failAtHeader();
         endLine();
     }
 
@@ -233,10 +237,12 @@ private:
             if (digitOf(peek()) >= 0) byte = byte << 4 | digitOf(text[at++]);
             bytes.push_back(static_cast<unsigned char>(byte));
             skipBreak();
-            if (!take(L',')) return bytes;
+            if (!take(L',')) break;
             skipBreak();
             if (digitOf(peek()) < 0) fail("expected two hexadecimal digits behind the comma");
         }
+        if (peek() != L'\n' && peek() != L';')
+            fail("expected two hexadecimal digits for each byte, with commas between them");
         return bytes;
     }
 
@@ -271,7 +277,7 @@ bool isRegFile(const SourceFile& source) {
         head = nameText(keystore::dataToText(
             reinterpret_cast<const unsigned char*>(head.data()) + 2, head.size() - 2));
     else if (head.starts_with("\xEF\xBB\xBF")) head.erase(0, 3);
-    head.erase(0, std::min(head.size(), head.find_first_not_of(" \t")));
+    head.erase(0, std::min(head.size(), head.find_first_not_of(" \t\r")));
     return head.starts_with("REGEDIT4") || head.starts_with("Windows Registry Editor");
 }
 
