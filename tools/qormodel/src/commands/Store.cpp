@@ -226,8 +226,8 @@ void addSet(CLI::App& group, const Group& store, Session& session) {
                      "The type: else a value keeps its own, and a new one is a text")
         ->option_text("text|expand|multi|dword|qword|binary|none");
     command->footer(
-        "All values are one change of the store. A list (multi) has a text on each line, binary\n"
-        "is pairs of hexadecimal digits, numbers may be hexadecimal behind 0x.\n\n"
+        "All values are one change of the store. A list (multi) has a text on each line, none\n"
+        "of them empty; binary is pairs of hexadecimal digits, numbers may be hexadecimal behind 0x.\n\n"
         "Examples:\n  qormodel store --store settings.db set 'Viewer\\Window' 'Position=40 25'\n"
         "  qormodel store --store settings.db set Viewer Starts=3 --type dword");
     command->callback([options, store, &session] { set(*options, store, session); });

@@ -6,6 +6,7 @@
 #include "io/TargetFile.h"
 #include "model/ModelPath.h"
 #include "store/RegFile.h"
+#include "store/StoreText.h"
 #include "store/TreeExport.h"
 #include "store/TreeImport.h"
 
@@ -69,14 +70,40 @@ std::wstring keyOf(const RegStep& step, const std::wstring& base, const std::wst
     return isBase ? key : keyBelow(key, step.key.substr(base.size() + 1));
 }
 
-void apply(const StoreFile& store, const RegStep& step, const std::wstring& path) {
+// What was removed, and was there.
+struct Removed {
+    std::size_t numKeys = 0;
+    std::size_t numValues = 0;
+};
+
+// Adds a key with all below it.
+void countBelow(const StoreFile& store, const std::wstring& start, Removed& removed) {
+    std::vector<std::wstring> waiting{start};
+    while (!waiting.empty()) {
+        const auto key = StoreKey::inq(store, waiting.back());
+        waiting.pop_back();
+        if (!key) continue;
+        ++removed.numKeys;
+        removed.numValues += key->listValues().size();
+        for (const auto& name : key->listSubkeys())
+            waiting.push_back(keyBelow(key->getPath(), name));
+    }
+}
+
+void apply(const StoreFile& store, const RegStep& step, const std::wstring& path,
+           Removed& removed) {
     switch (step.kind) {
         case RegStep::Kind::MakeKey: StoreKey::make(store, path); break;
-        case RegStep::Kind::RemoveKey: rmTree(store, path); break;
+        case RegStep::Kind::RemoveKey:
+            countBelow(store, path, removed);
+            rmTree(store, path);
+            break;
         case RegStep::Kind::SetValue:
             StoreKey::make(store, path).setValue(step.name, step.value);
             break;
-        case RegStep::Kind::RemoveValue: StoreKey::make(store, path).rmValue(step.name); break;
+        case RegStep::Kind::RemoveValue:
+            if (StoreKey::make(store, path).rmValue(step.name)) ++removed.numValues;
+            break;
     }
 }
 
@@ -90,20 +117,22 @@ void importRegFile(const SourceFile& source, const ImportOptions& options, const
     const StoreFile store(group->file, WhenMissing::Make);
     StoreChange change(store);
     if (options.isReplacing) empty(store, key);
+    Removed removed;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         try {
-            apply(store, steps[i], paths[i]);
+            apply(store, steps[i], paths[i], removed);
         } catch (const Failure& failure) {
             throw Failure(Place{source.getName(), steps[i].line, {}}, failure.what());
         }
     }
     change.commit();
-    const auto count = [&](RegStep::Kind kind) {
-        return std::ranges::count(steps, kind, &RegStep::kind);
+    const auto count = [&](RegStep::Kind kind, const char* what) {
+        return counted(static_cast<std::uint64_t>(std::ranges::count(steps, kind, &RegStep::kind)),
+                       what);
     };
-    session.output.print("{} keys, {} values; {} keys and {} values removed\n",
-                         count(RegStep::Kind::MakeKey), count(RegStep::Kind::SetValue),
-                         count(RegStep::Kind::RemoveKey), count(RegStep::Kind::RemoveValue));
+    session.output.print("{}, {}; {} and {} removed\n", count(RegStep::Kind::MakeKey, "key"),
+                         count(RegStep::Kind::SetValue, "value"), counted(removed.numKeys, "key"),
+                         counted(removed.numValues, "value"));
 }
 
 void exportRegFile(const StoreFile& store, const ExportOptions& options, RegForm form) {
@@ -153,9 +182,24 @@ void tellWhatStays(const Document& document) {
     note(numParts, "unknown part");
 }
 
+// One line, however many there are.
+void tellLongTexts(const std::string& file, const std::vector<std::string>& paths) {
+    if (paths.empty()) return;
+    const std::string who = paths.size() == 1
+                                ? "has"
+                                : "and " + counted(paths.size() - 1, "other value") + " have";
+    printNote(describe(Place{file, 0, paths.front()},
+                       who + " 512 characters or more as a text, which programs that read with "
+                             "the library's own visitor pass over"));
+}
+
 void importModel(std::unique_ptr<SourceFile> source, const ImportOptions& options,
                  const Group& group, Session& session) {
-    if (!options.key) throw Failure("a model file needs --key KEY, where its tree comes");
+    if (!options.key)
+        throw Failure(Place{source->getName()},
+                      "is no registry file: expected Windows Registry Editor Version 5.00 or "
+                      "REGEDIT4 in its first line; a model file needs --key KEY, where its tree "
+                      "comes");
     const std::wstring key = keyPath(*options.key);
     const Document document = loadDocument(options.file, std::move(source));
     const Element start = elementAt(document, options.path);
@@ -165,12 +209,10 @@ void importModel(std::unique_ptr<SourceFile> source, const ImportOptions& option
     const auto result = importTree(store, key, start, document.outline.title);
     if (tell(result.problems, options.file, options.isForced, session)) return;
     tellWhatStays(document);
-    for (const auto& path : result.longPaths)
-        printNote(describe(Place{options.file, 0, path},
-                           "has 512 characters or more as a text, which programs that read with "
-                           "the library's own visitor pass over"));
+    tellLongTexts(options.file, result.longPaths);
     change.commit();
-    session.output.print("{} keys, {} values\n", result.numKeys, result.numValues);
+    session.output.print("{}, {}\n", counted(result.numKeys, "key"),
+                         counted(result.numValues, "value"));
 }
 
 // What keeps values of the store from being written, or from coming back once they are.
@@ -192,18 +234,35 @@ bool isAnyWrong(const Document& document, const std::vector<EditResult>& edits,
     return true;
 }
 
+// One line, which names the first ones.
+void tellLeftValues(const StoreFile& store, const Document& document,
+                    const std::vector<std::wstring>& left) {
+    if (left.empty()) return;
+    constexpr std::size_t maxNamed = 5;
+    std::string names;
+    for (std::size_t i = 0; i < std::min(left.size(), maxNamed); ++i)
+        names += (i == 0 ? "" : ", ") + onOneLine(nameText(left[i]));
+    if (left.size() > maxNamed) names += ", ...";
+    printNote(describe(Place{store.file}, counted(left.size(), "value") + " not taken over, as " +
+                                              document.file + " has no place for " +
+                                              (left.size() == 1 ? "it: " : "them: ") + names));
+}
+
 void exportModel(const StoreFile& store, const ExportOptions& options, Session& session) {
     const std::wstring key = keyPath(options.key);
     if (!StoreKey::inq(store, key)) throw store.failure(key, "is not there");
     std::vector<KeyProblem> problems;
+    const FileLock lock = lockTarget(options.write, options.into);
     const Document document =
         options.into.empty() ? makeTree(store, key, problems) : loadDocument(options.into);
     if (!options.into.empty() && !mayBeWritten(document, options.write, session)) return;
     if (tell(problems, store.file, options.write.force, session)) return;
-    const auto edits = readValues(store, key, elementAt(document, options.path));
+    std::vector<std::wstring> left;
+    const auto edits = readValues(store, key, elementAt(document, options.path), &left);
+    if (!options.into.empty()) tellLeftValues(store, document, left);
     if (isAnyWrong(document, edits, options.write, session)) return;
     storeDocument(document, options.write);
-    if (options.write.output != "-") session.output.print("{} values\n", edits.size());
+    if (options.write.output != "-") session.output.print("{}\n", counted(edits.size(), "value"));
 }
 
 // -------------------------------------------------------------------------------------------------

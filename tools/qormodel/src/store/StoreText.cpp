@@ -80,8 +80,10 @@ std::vector<std::wstring> linesOf(const std::string& text) {
     std::vector<std::wstring> lines;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
-        // An empty line would end the list where it is read.
-        if (end > begin) lines.push_back(storeName(text.substr(begin, end - begin)));
+        if (end == begin)
+            throw Failure("a list has no empty texts, since one ends it: line " +
+                          std::to_string(lines.size() + 1) + " is empty");
+        lines.push_back(storeName(text.substr(begin, end - begin)));
         begin = end + 1;
     }
     return lines;

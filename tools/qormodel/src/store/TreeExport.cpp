@@ -130,11 +130,13 @@ private:
 class WholeTreeReader : public ac::AttrRegistryVisitor {
 public:
     WholeTreeReader(const StoreFile& store, const std::shared_ptr<const ac::RegKeys>& keys,
-                    const KeyPlace& place, std::vector<EditResult>& edits)
+                    const KeyPlace& place, std::vector<EditResult>& edits,
+                    std::set<std::wstring>& met)
         : AttrRegistryVisitor(ac::RegKeysArray{{keys}}, false, 0, allLevels),
           store(store),
           place(place),
-          edits(edits) {}
+          edits(edits),
+          met(met) {}
 
     using AttrRegistryVisitor::visit;
 
@@ -160,17 +162,21 @@ private:
         }
     }
 
+    std::wstring keyOf(const std::string& prefix) const {
+        return keyBelow(place.key, QOR::wide(prefix));
+    }
+
     void take(ac::Attribute& attribute, const StoredValue& value, const std::string& prefix) {
+        const std::wstring stored = keyBelow(keyOf(prefix), QOR::wide(attribute.getName()));
+        met.insert(keystore::foldName(stored));
         const std::string text = attributeTextOf(value);
         std::string expected;
         const auto draft = readStoredText(attribute, text, expected);
         // An empty text is no number: the library's own visitor passes it over as well.
         if (!draft && text.empty()) return;
         if (!draft)
-            throw store.failure(
-                keyBelow(keyBelow(place.key, QOR::wide(prefix)), QOR::wide(attribute.getName())),
-                '"' + text + "\" is no value of type " + attribute.getClassName() + ": expected " +
-                    expected);
+            throw store.failure(stored, '"' + text + "\" is no value of type " +
+                                            attribute.getClassName() + ": expected " + expected);
         EditResult edit{pathOf(prefix, attribute.getName()), valueText(attribute),
                         valueText(*draft), false, std::nullopt};
         if (edit.before != edit.after) attribute = *draft;
@@ -189,7 +195,29 @@ private:
     const StoreFile& store;
     const KeyPlace& place;
     std::vector<EditResult>& edits;
+    std::set<std::wstring>& met;  // folded
 };
+
+std::vector<std::wstring> listOthers(const StoreFile& store, const std::wstring& start,
+                                     const std::set<std::wstring>& met) {
+    std::vector<std::wstring> others;
+    std::vector<std::wstring> waiting{start};
+    while (!waiting.empty()) {
+        const auto key = StoreKey::inq(store, waiting.back());
+        waiting.pop_back();
+        if (!key) continue;
+        for (const auto& name : key->listValues()) {
+            const std::wstring path = keyBelow(key->getPath(), name.empty() ? L"@" : name);
+            const bool isStructure = keystore::foldName(name) == keystore::foldName(structureName);
+            if (!isStructure && !met.contains(keystore::foldName(joinPairs(path))))
+                others.push_back(path);
+        }
+        const auto subkeys = key->listSubkeys();
+        for (auto name = subkeys.rbegin(); name != subkeys.rend(); ++name)
+            waiting.push_back(keyBelow(key->getPath(), *name));
+    }
+    return others;
+}
 }  // namespace
 
 Document makeTree(const StoreFile& store, const std::wstring& key,
@@ -205,7 +233,8 @@ Document makeTree(const StoreFile& store, const std::wstring& key,
 }
 
 std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& key,
-                                   const Element& start) {
+                                   const Element& start, std::vector<std::wstring>* left) {
+    std::set<std::wstring> met;
     std::vector<EditResult> edits;
     std::vector<KeyProblem> ignored;  // what has no key has no values either
     const auto places = planKeys(start, key, ignored);
@@ -214,9 +243,10 @@ std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& k
         if (!StoreKey::inq(store, place.key)) continue;
         const auto keys =
             std::make_shared<ac::RegKeys>(QOR::narrow(place.key, '?'), store.store->root(), false);
-        WholeTreeReader reader(store, keys, place, edits);
+        WholeTreeReader reader(store, keys, place, edits, met);
         place.element.container->attributeVisitor(reader, true);
     }
+    if (left) *left = listOthers(store, key, met);
     return edits;
 }
 

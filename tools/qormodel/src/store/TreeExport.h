@@ -22,7 +22,9 @@ Document makeTree(const StoreFile& store, const std::wstring& key,
 /// Sets the attributes of a container, its fields and children to the values that stand below a
 /// key; those without a value stay as they are. Observers may refuse, and the result tells. \throws
 /// Failure for a value that is none of the attribute's type
+/// \param left gets the values below the key that no attribute has taken
 std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& key,
-                                   const Element& start);
+                                   const Element& start,
+                                   std::vector<std::wstring>* left = nullptr);
 
 }  // namespace qormodel

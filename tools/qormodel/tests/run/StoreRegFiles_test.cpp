@@ -10,7 +10,7 @@ using namespace qormodel::testing;
 TEST_F(OnStore, BringsRegistryFilesInAndOut) {
     const RunResult in = run({"import", "settings.reg"});
     EXPECT_EQ(in.status, 0) << in.err;
-    EXPECT_EQ(in.out, "1 keys, 2 values; 0 keys and 0 values removed\n");
+    EXPECT_EQ(in.out, "1 key, 2 values; 0 keys and 0 values removed\n");
     EXPECT_EQ(ask("SELECT name, type, hex(data) FROM value ORDER BY name"),
               "|1|64000000\nx|4|10000000\n");
 
@@ -86,8 +86,10 @@ TEST_F(OnStore, RemovesWhatARegistryFileSays) {
     run({"import", "settings.reg"});
     put("less.reg", "REGEDIT4\n\n[A\\B]\n@=-\n\"none\"=-\n[-A\\None]\n");
 
-    EXPECT_EQ(run({"import", "less.reg"}).out, "1 keys, 0 values; 1 keys and 2 values removed\n");
+    EXPECT_EQ(run({"import", "less.reg"}).out, "1 key, 0 values; 0 keys and 1 value removed\n");
     EXPECT_EQ(run({"ls", "-r"}).out, "A\\\nA\\B\\\nA\\B\\x = 16 dword\n");
+    put("all.reg", "REGEDIT4\n\n[-A]\n");
+    EXPECT_EQ(run({"import", "all.reg"}).out, "0 keys, 0 values; 2 keys and 1 value removed\n");
 }
 
 TEST_F(OnStore, TakesNoNameFromARegistryFileUpToANul) {
@@ -108,12 +110,21 @@ TEST_F(OnStore, TakesNoNameFromARegistryFileUpToANul) {
 TEST_F(OnStore, TellsWhatARegistryFileWithoutItsHeadIs) {
     put("headless.reg", "[A]\n\"x\"=\"1\"\n");
     put("bare.REG", std::string("W\0i\0n\0", 6));
+    put("bytes.reg", "\x80\n\xFF");
+    put("empty.reg", "");
 
-    for (const std::string name : {"headless.reg", "bare.REG"})
+    for (const std::string name : {"headless.reg", "bare.REG", "bytes.reg", "empty.reg"})
         EXPECT_EQ(run({"import", name}).err,
                   "qormodel: " + name +
                       ":1: is no registry file: expected Windows Registry Editor "
                       "Version 5.00 or REGEDIT4\n");
+    for (const std::string content : {"", "Windows Registre Editor\n"}) {
+        options.input = content;
+        EXPECT_EQ(run({"import", "-"}).err,
+                  "qormodel: stdin: is no registry file: expected Windows Registry Editor "
+                  "Version 5.00 or REGEDIT4 in its first line; a model file needs --key KEY, where "
+                  "its tree comes\n");
+    }
     EXPECT_FALSE(isThere("s.db"));
 }
 
