@@ -2,7 +2,6 @@
 // as its place.
 
 const maxSymbols = 4000;
-const maxLabels = 100;
 const kinds = {
     station: 'Stations',
     picture: 'Pictures',
@@ -19,7 +18,8 @@ const plan = {
     scale: 1,        // points of the drawing for a unit of the model
     center: [0, 0],  // of the drawing, in the model
     isWhole: true,   // all of it is in sight
-    numLabels: 0,
+    shapes: [],      // the drawn symbols, each with its place in the drawing
+    taken: [],       // boxes of the drawing in which no name may lie
 };
 
 function makeSvg(tag, attributes) {
@@ -102,21 +102,6 @@ function shapeOf(symbol, index) {
     return group;
 }
 
-// The name beside a symbol, where it lies upon no other name; the sign of what differs in any case.
-function addLabel(shape, symbol, x, y, taken) {
-    const sign = signOfSymbol(symbol);
-    const text = (sign ? signs[sign].shown + ' ' : '') + nameOf(rowOfNode[symbol.n]).slice(0, 30);
-    const box = {left: x + 9, right: x + 9 + 7 * text.length, top: y - 18, bottom: y - 2};
-    const isTaken = taken.some((other) => isOver(box, other));
-    const isFree = !isTaken && plan.numLabels < maxLabels;
-    if (!isFree && !sign) return;
-    if (isFree) {
-        ++plan.numLabels;
-        taken.push(box);
-    }
-    addSvg(shape, 'text', {x: 9, y: -6}).textContent = isFree ? text : signs[sign].shown;
-}
-
 function textOfSymbol(symbol) {
     return symbol.k + ' ' + pathOf(rowOfNode[symbol.n]) + '\n' +
         [symbol.x, symbol.y, symbol.z].map(placeText).join(', ');
@@ -130,29 +115,27 @@ function drawPlan() {
         'aria-label': 'Plan, x to the right and y up',
         id: 'map',
     });
-    const taken = drawGrid(svg);
+    plan.taken = drawGrid(svg);
     for (const area of plan.areas) {
         const corners = [];
         for (let i = 0; i < area.c.length; i += 2)
             corners.push(toDrawing(area.c[i], area.c[i + 1]).join(','));
         addSvg(svg, 'polygon', {points: corners.join(' '), class: 'area'});
     }
-    plan.numLabels = 0;
-    const shapes = [];
-    plan.symbols.forEach((symbol, index) => {
+    for (const symbol of plan.symbols) {
+        if (!symbol.from) continue;
+        const [fromX, fromY] = toDrawing(symbol.from[0], symbol.from[1]);
         const [x, y] = toDrawing(symbol.x, symbol.y);
-        if (symbol.from) {
-            const [fromX, fromY] = toDrawing(symbol.from[0], symbol.from[1]);
-            addSvg(svg, 'path', {d: 'M' + fromX + ' ' + fromY + 'L' + x + ' ' + y, class: 'way'});
-        }
+        addSvg(svg, 'path', {d: 'M' + fromX + ' ' + fromY + 'L' + x + ' ' + y, class: 'way'});
+    }
+    plan.shapes = plan.symbols.map((symbol, index) => {
+        const [x, y] = toDrawing(symbol.x, symbol.y);
         const shape = shapeOf(symbol, index);
         shape.setAttribute('transform', 'translate(' + x + ' ' + y + ')');
         svg.append(shape);
-        shapes.push([shape, symbol, x, y]);
+        return {shape, symbol, index, x, y};
     });
-    // Names of what differs go first.
-    shapes.sort((a, b) => Boolean(signOfSymbol(b[1])) - Boolean(signOfSymbol(a[1])));
-    for (const shape of shapes) addLabel(...shape, taken);
+    addLabels();
     const hadFocus = document.activeElement && document.activeElement.id === 'map';
     document.getElementById('drawing').replaceChildren(svg);
     listenToPlan(svg);
@@ -176,6 +159,7 @@ function markInPlan(row) {
     shape.classList.add('chosen');
     shape.setAttribute('aria-selected', 'true');
     svg.setAttribute('aria-activedescendant', shape.id);
+    if (!shape.querySelector('text.name')) addLabels();
 }
 
 function choose(index) {

@@ -137,19 +137,58 @@ class PlanTest(PageCase):
         self.browser.click("#thumbnails button")
         self.assertEqual(self.selected(), "/Scans/First/Points")
 
-    def test_signs_in_the_plan_what_differs_even_where_names_have_no_room(self):
+    def test_names_in_the_plan_what_differs_even_where_symbols_lie_close(self):
         both = []
         for operator in ("Kim", "Lee"):
             scans = [models.child("Transform", "Station%d" % i, models.matrix(i / 1e3, 0, 0) +
-                                  models.text("Operator", operator if i > 1 else ""))
-                     for i in range(4)]
+                                  models.text("Operator", operator if i > 11 else ""))
+                     for i in range(24)]
             scans.append(models.child("Transform", "Far", models.matrix(9, 9, 0)))
             both.append(models.document("Close", "", "".join(scans)))
         self.open(*both)
-        self.assertEqual(
-            self.run_js("[...document.querySelectorAll('.symbol')].map(each => (each"
-                        ".querySelector('text') || {}).textContent || '')"),
-            ["", "", "~ Station2", "~", "Far"])
+        names = self.run_js("[...document.querySelectorAll('.symbol')].map(each => (each"
+                            ".querySelector('text') || {}).textContent || '')")
+        self.assertEqual(names[12:], ["~ Station%d" % i for i in range(12, 24)] + ["Far"])
+        self.assertIn("", names[:12])  # there is no room for them
+        self.assert_names_are_apart()
+        self.run_js("select(rowOfNode[plan.symbols[%d].n])" % names.index(""))
+        self.assertEqual(self.run_js("document.querySelector('.chosen text').textContent"),
+                         "Station%d" % names.index(""))
+        self.assert_names_are_apart()
+
+    def assert_names_are_apart(self):
+        """No name lies upon a name, a symbol or a coordinate, and none is cut."""
+        wrong = self.run_js("""(() => {
+            const place = (each) => each.getBoundingClientRect();
+            const names = [...document.querySelectorAll('.symbol text')];
+            const others = [...document.querySelectorAll('#map .coordinates text')].concat(
+                [...document.querySelectorAll('.symbol > circle:not(.reach)')]);
+            const edge = place(map);
+            const isOut = (box) => box.left < edge.left || box.right > edge.right ||
+                box.top < edge.top || box.bottom > edge.bottom;
+            const texts = (one, list) => list.filter(each => each !== one &&
+                isOver(place(one), place(each))).map(each => one.textContent + ' on ' +
+                (each.textContent || each.parentNode.textContent));
+            return names.flatMap((one) => texts(one, names).concat(texts(one, others), isOut(
+                place(one)) ? [one.textContent + ' is cut'] : [])); })()""")
+        self.assertEqual(wrong, [])
+
+    def test_keeps_names_apart_from_symbols_and_edges(self):
+        scans = "".join(
+            models.child("Transform", "Station_%02d_Hall_A" % i,
+                         models.matrix(4 * (i % 6), 3 * (i // 6), 0)) for i in range(24))
+        text = models.document("Hall", "", scans)
+        for width in (1280, 360):
+            self.browser.resize(width, 740, is_phone=width < 500)
+            self.open(text)
+            self.assertGreater(self.run_js("document.querySelectorAll('.symbol text').length"), 3)
+            self.assert_names_are_apart()
+            for number in range(24):
+                self.run_js("choose(%d)" % number)
+                self.assertEqual(self.run_js(
+                    "document.querySelector('.chosen text').textContent"),
+                    "Station_%02d_Hall_A" % number)
+                self.assert_names_are_apart()
 
     def test_shows_in_the_plan_what_has_moved(self):
         self.open_comparison()
