@@ -5,7 +5,7 @@ const maxListed = 500;  // lines of a list that are shown unless all are asked f
 
 // The colours of heights, from low to high, on light and on dark ground.
 const ramps = {
-    light: ['#31688e', '#26828e', '#1f9e89', '#35b779', '#6ece58', '#b5b520', '#d98a00', '#c0392b'],
+    light: ['#3b528b', '#31688e', '#26828e', '#1f9e89', '#35b779', '#6ece58', '#b5b520', '#d98a00'],
     dark: ['#3b528b', '#2c728e', '#21918c', '#28ae80', '#5ec962', '#addc30', '#fde725', '#fff3a0'],
 };
 const darkness = matchMedia('(prefers-color-scheme: dark)');
@@ -63,7 +63,7 @@ function fillDetails(row) {
     const set = data.pointSets.find((each) => each.n === row.node);
     if (set) parts.push(makeFigure(set, false));
     if (entry.m) parts.push(makeMarks(entry.m));
-    if (entry.a) parts.push(...makeTable(entry.a, lineOf(row) + 1));
+    if (entry.a) parts.push(...makeTable(entry.a, lineOf(row) + 1, node.sign));
     parts.push(...makeRelations(row.node));
     details.replaceChildren(...parts);
 }
@@ -78,7 +78,7 @@ function makeMarks(marks) {
 }
 
 // The attributes with their whole texts.
-function makeTable(attributes, numWanted) {
+function makeTable(attributes, numWanted, nodeSign) {
     const table = make('table');
     const head = addTo(addTo(table, 'thead'), 'tr');
     for (const title of ['Name', 'Value', 'Type']) addTo(head, 'th', '', title).scope = 'col';
@@ -87,10 +87,9 @@ function makeTable(attributes, numWanted) {
         const line = addTo(body, 'tr', isDefault && !sign ? 'faint' : '');
         const title = addTo(line, 'th', '', name);
         title.scope = 'row';
-        if (sign) {
-            line.classList.add(signs[sign].className);
-            title.prepend(makeSign(sign), ' ');
-        }
+        const colour = sign || (nodeSign === '-' || nodeSign === '+' ? nodeSign : '');
+        if (colour) line.classList.add(signs[colour].className);
+        if (sign) title.prepend(makeSign(sign), ' ');
         const cell = addTo(addTo(line, 'td', 'value'), 'div');
         if (sign === '~') {
             addTo(cell, 'del', '', before || emptyText);
@@ -180,8 +179,12 @@ function makeFigure(set, isInList) {
         drawCells(canvas, set);
     }
     const caption = addTo(isInList ? frame : figure, isInList ? 'span' : 'figcaption', 'caption');
-    if (isInList) addTo(caption, 'span', 'name', nameOf(rowOfNode[set.n]));
-    addTo(caption, 'span', '', set.c.toLocaleString('en') + ' points');
+    if (isInList) {
+        const node = rowOfNode[set.n];
+        const name = addTo(caption, 'span', 'name', nameOf(node));
+        if (isComparison && node.sign) name.prepend(makeSign(node.sign), ' ');
+    }
+    addTo(caption, 'span', '', say(set.c, 'point'));
     addTo(caption, 'span', 'type', sizeText(set));
     return figure;
 }

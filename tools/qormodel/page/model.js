@@ -24,6 +24,11 @@ function make(tag, className, text) {
     return element;
 }
 
+/** "1 point", "2,000 points". */
+function say(number, word) {
+    return number.toLocaleString('en') + ' ' + word + (number === 1 ? '' : 's');
+}
+
 /** A sign with its colour and, for those who do not see it, its name. */
 function makeSign(sign) {
     const known = signs[sign];
@@ -89,7 +94,20 @@ function buildRows() {
 function isChange(row) {
     if (!isComparison) return false;
     if (row.kind === 'mark') return data.nodes[row.node].m[row.index][2] === 1;
-    return row.kind === 'attribute' ? row.sign !== '' : row.sign === '-' || row.sign === '+';
+    if (row.kind === 'attribute') return row.sign !== '';
+    // What is below a removed or an added element goes and comes with it.
+    return (row.sign === '-' || row.sign === '+') && !(row.parent && row.parent.sign === row.sign);
+}
+
+/** How many differences a row stands for by itself. */
+function numChanges(row) {
+    return (isChange(row) ? 1 : 0) + row.relations.filter((relation) => relation.s).length;
+}
+
+/** The sign that gives a row its colour: that of a removed or an added element is its values', too. */
+function colourSignOf(row) {
+    const sign = rowOfNode[row.node].sign;
+    return row.sign || (sign === '-' || sign === '+' ? sign : '');
 }
 
 /** Whether a row says again what the row above it says. */

@@ -47,9 +47,11 @@ function markHits() {
 }
 
 function tellHits() {
+    const isOfChanges = !view.isSearch && show.value === 'changes';
+    const number = isOfChanges ? rows.reduce((sum, row) => sum + numChanges(row), 0) : view.numHits;
     state.textContent = !view.filter ? '' :
         view.numHits === 0           ? 'Nothing found' :
-                                       view.numHits + (view.numHits === 1 ? ' hit' : ' hits');
+                                       say(number, isOfChanges ? 'difference' : 'hit');
 }
 
 /** Shows all again, with the selected row in sight. */
@@ -111,18 +113,33 @@ document.addEventListener('keydown', (event) => {
 });
 addEventListener('popstate', showAddress);
 
+let following = 0;
+
+// The address names what is selected, once the selection rests: browsers limit how often it changes.
+function followInAddress() {
+    clearTimeout(following);
+    if (document.body.dataset.ready !== 'true') return;
+    following = setTimeout(() => {
+        const address = '#' + encodeURI(pathOf(view.selected));
+        const isKept = history.state && history.state.row === view.selected.at;
+        if (!isKept || decodeURI(location.hash) !== decodeURI(address))
+            history.replaceState({row: view.selected.at}, '', address);
+    }, 120);
+}
+
 // The address names what is selected, so that links from elsewhere lead to it. Of several with one
 // path the way back knows the one.
 function showAddress() {
-    let path = '';
+    let path = location.hash.slice(1);
     try {
-        path = decodeURI(location.hash.slice(1));
-    } catch {
-        return;
+        path = decodeURI(path);
+    } catch {  // it is shown as it stands
     }
     const kept = history.state && rows[history.state.row];
     const row = kept && pathOf(kept) === path ? kept : path && findRow(path);
     if (row) showRow(row);
+    if (row || !path) tellHits();
+    else state.textContent = 'There is no ' + path;
 }
 
 // The head. ---------------------------------------------------------------------------------------
@@ -134,19 +151,14 @@ function describeHead() {
     document.title = names.join(' \u2192 ');
     tree.setAttribute('aria-label', names.join(', '));
     const file = data.files[data.files.length - 1];
-    const count = (isOfKind) => data.nodes.filter(isOfKind).length;
-    const say = (number, word) =>
-        number.toLocaleString('en') + ' ' + word + (number === 1 ? '' : 's');
     const parts = [
         '\u201c' + file.title + '\u201d',
         'format ' + file.formatVersion,
         say(file.size, 'byte'),
-        say(count((node) => !node.f), 'object'),
-        say(count((node) => node.f), 'field'),
-        say(data.pointSets.reduce((sum, set) => sum + set.c, 0), 'point'),
-        say(data.relations.length, 'relation'),
-        say(rows.filter(isUnknown).length, 'unknown part'),
+        ...countParts((node, sign) => !isGone(node, sign)),
     ];
+    const gone = isComparison ? countParts(isGone).filter((text) => !text.startsWith('0 ')) : [];
+    if (gone.length > 0) parts.push('gone: ' + gone.join(', '));
     const about = document.getElementById('about');
     for (const part of parts) addTo(about, 'span', '', part);
     describeChanges();
@@ -154,6 +166,26 @@ function describeHead() {
     for (const each of data.files)
         for (const text of each.warnings) addTo(warnings, 'li', '', text);
     warnings.hidden = warnings.childElementCount === 0;
+}
+
+// Whether something of this sign, at this node, is no more in the second of two files.
+function isGone(node, sign) {
+    return data.nodes[node].s === '-' || (isComparison && sign === '-');
+}
+
+// How many of all parts there are for which `isCounted`, a function of node and sign, is true.
+function countParts(isCounted) {
+    const numNodes = (isField) =>
+        data.nodes.filter((node, at) => Boolean(node.f) === isField && isCounted(at, '')).length;
+    return [
+        say(numNodes(false), 'object'),
+        say(numNodes(true), 'field'),
+        say(data.pointSets.reduce((sum, set) => sum + (isCounted(set.n, '') ? set.c : 0), 0),
+            'point'),
+        say(data.relations.filter((each) => isCounted(each.n, each.s)).length, 'relation'),
+        say(rows.filter((row) => isUnknown(row) && isCounted(row.node, row.sign)).length,
+            'unknown part'),
+    ];
 }
 
 function describeChanges() {

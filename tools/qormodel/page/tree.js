@@ -100,7 +100,8 @@ function makeRow(row) {
     element.setAttribute('aria-selected', row === view.selected);
     element.style.top = row.line * view.height + 'px';
     element.style.setProperty('--depth', row.depth);
-    if (row.sign) element.classList.add(signs[row.sign].className);
+    const colour = colourSignOf(row);
+    if (colour) element.classList.add(signs[colour].className);
     if (view.isSearch && row.isHit) element.classList.add('hit');
     const opens = canOpen(row);
     const fold = make('span', 'fold', opens ? (isOpen(row) ? '\u25be' : '\u25b8') : '');
@@ -154,6 +155,7 @@ function select(row) {
     draw();
     showDetails(row);
     markInPlan(row);
+    followInAddress();
 }
 
 function bringIntoSight(row) {
@@ -165,6 +167,7 @@ function bringIntoSight(row) {
 
 /** Selects a row wherever it is: a filter that hides it ends. The way back is kept. */
 function jumpTo(row) {
+    clearTimeout(following);
     history.replaceState({row: view.selected.at}, '', '#' + encodeURI(pathOf(view.selected)));
     history.pushState({row: row.at}, '', '#' + encodeURI(pathOf(row)));
     showRow(row);
@@ -281,9 +284,21 @@ tree.addEventListener('keydown', onTreeKey);
 tree.addEventListener('click', (event) => {
     const row = rowAt(event);
     if (!row) return;
-    if (event.target.closest('.fold')) toggle(row, !isOpen(row));
+    const isFold = Boolean(event.target.closest('.fold'));
+    if (isFold) toggle(row, !isOpen(row));
     select(row);
+    if (!isFold) bringDetailsIntoSight(row);
 });
+
+// Where the details are below the tree, and not beside it, the page goes down to them as far as the
+// row stays in sight.
+function bringDetailsIntoSight(row) {
+    const line = document.getElementById('row' + row.at);
+    const top = details.getBoundingClientRect().top;
+    if (!line || details.getBoundingClientRect().left >= tree.getBoundingClientRect().right) return;
+    if (top <= innerHeight * 0.6) return;
+    scrollBy(0, Math.min(top - innerHeight * 0.4, line.getBoundingClientRect().top - 4));
+}
 tree.addEventListener('dblclick', (event) => {
     const row = rowAt(event);
     if (row && !event.target.closest('.fold')) toggle(row, !isOpen(row));

@@ -10,6 +10,7 @@ import unittest
 import page_case
 from looks_tests import LooksTest  # noqa: F401  unittest finds them here
 from plan_tests import PlanTest  # noqa: F401
+from sight_tests import SightTest  # noqa: F401
 from tree_tests import TreeTest  # noqa: F401
 
 if __name__ == "__main__":
