@@ -140,8 +140,9 @@ TEST(RegFileReader, TakesUtf8WhereThereIsNoMark) {
 }
 
 TEST(RegFileReader, TakesTheOlderFormInItsCodePage) {
-    const auto steps = read("REGEDIT4\r\n\r\n[K]\r\n\"x\"=\"\x80 \xEB\"\r\n"
-                            "\"y\"=hex(2):80,00\r\n\"z\"=hex:80,00\r\n");
+    const auto steps = read(
+        "REGEDIT4\r\n\r\n[K]\r\n\"x\"=\"\x80 \xEB\"\r\n"
+        "\"y\"=hex(2):80,00\r\n\"z\"=hex:80,00\r\n");
 
     ASSERT_EQ(steps.size(), 4u);
     EXPECT_EQ(inqText(steps[1].value), L"\u20AC \u00EB");
@@ -179,8 +180,7 @@ TEST(RegFileReader, TellsLineAndWhatWasExpected) {
         {head + "[K]\r\n\"x\"=\"y\r\n\"z\"=\"a\"\r\n",
          "4: something follows that does not belong there: expected the end of the line"},
         {head + "[K]\r\n\"x\"\r\n", "4: expected = behind the name of the value"},
-        {head + "[K]\r\n\"x\"=\r\n",
-         "4: expected a text in quotes, dword:, hex:, hex(TYPE): or -"},
+        {head + "[K]\r\n\"x\"=\r\n", "4: expected a text in quotes, dword:, hex:, hex(TYPE): or -"},
         {head + "[K]\r\n\"x\"=\"\\t\"\r\n",
          "4: a backslash begins nothing known: expected \\\\, \\\", \\n or \\r"},
         {head + "[K]\r\n\"x\"=dword:\r\n",
@@ -195,16 +195,14 @@ TEST(RegFileReader, TellsLineAndWhatWasExpected) {
          "4: expected two hexadecimal digits for each byte, with commas between them"},
         {head + "[K]\r\n\"x\"=hex(2):00 01\r\n",
          "4: expected two hexadecimal digits for each byte, with commas between them"},
-        {head + "[K]\r\n\"x\"=hex:00,\r\n",
-         "4: expected two hexadecimal digits behind the comma"},
+        {head + "[K]\r\n\"x\"=hex:00,\r\n", "4: expected two hexadecimal digits behind the comma"},
         {head + "[K]\r\n\"x\"=hex:00,\\\r\n01,zz\r\n",
          "5: expected two hexadecimal digits behind the comma"},
         {head + "[K]\r\n\"x\"=hex:00,\\",
          "4: expected the end of the line behind the backslash, and more bytes below"},
         {head + "[K]\r\n\"x\"=\"\xFF\"\r\n",
          "4: there is a byte that is no UTF-8: expected UTF-8 or UTF-16 with a byte order mark"},
-        {wideText(head) + "x",
-         "3: the file ends within a character: expected two bytes for each"}};
+        {wideText(head) + "x", "3: the file ends within a character: expected two bytes for each"}};
     for (const auto& row : rows) EXPECT_EQ(failureOf(row.content), row.message) << row.content;
 }
 

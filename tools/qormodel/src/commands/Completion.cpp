@@ -39,12 +39,13 @@ std::vector<std::string> pathsFor(const Asked& asked) {
 
 std::vector<std::string> keysFor(const Asked& asked) {
     if (!isStoreFile(asked.file)) return {};
-    return completeKeys(StoreFile(asked.file, WhenMissing::Fail), asked.prefix);
+    return completeKeys(StoreFile(asked.file, WhenMissing::FailForReading), asked.prefix);
 }
 
 std::vector<std::string> valuesFor(const Asked& asked) {
     if (!isStoreFile(asked.file)) return {};
-    return completeValues(StoreFile(asked.file, WhenMissing::Fail), asked.key, asked.prefix);
+    return completeValues(StoreFile(asked.file, WhenMissing::FailForReading), asked.key,
+                          asked.prefix);
 }
 
 constexpr unsigned maxSeconds = 3;

@@ -107,7 +107,8 @@ void addList(CLI::App& group, const Group& store, Session& session) {
     command->add_flag("--json", options->asJson, "Print one JSON object");
     command->footer("Example:\n  qormodel store --store settings.db ls -r Viewer");
     command->callback([options, store, &session] {
-        Listing(StoreFile(store->file, WhenMissing::Fail), *options, session.output).run();
+        Listing(StoreFile(store->file, WhenMissing::FailForReading), *options, session.output)
+            .run();
     });
 }
 
@@ -156,7 +157,7 @@ void addGet(CLI::App& group, const Group& store, Session& session) {
     command->add_flag("--json", options->asJson, "Print one JSON object");
     command->footer("Example:\n  qormodel store --store settings.db get 'Viewer\\Window' Position");
     command->callback([options, store, &session] {
-        get(StoreFile(store->file, WhenMissing::Fail), *options, session);
+        get(StoreFile(store->file, WhenMissing::FailForReading), *options, session);
     });
 }
 
@@ -227,7 +228,8 @@ void addSet(CLI::App& group, const Group& store, Session& session) {
         ->option_text("text|expand|multi|dword|qword|binary|none");
     command->footer(
         "All values are one change of the store. A list (multi) has a text on each line, none\n"
-        "of them empty; binary is pairs of hexadecimal digits, numbers may be hexadecimal behind 0x.\n\n"
+        "of them empty; binary is pairs of hexadecimal digits, numbers may be hexadecimal behind "
+        "0x.\n\n"
         "Examples:\n  qormodel store --store settings.db set 'Viewer\\Window' 'Position=40 25'\n"
         "  qormodel store --store settings.db set Viewer Starts=3 --type dword");
     command->callback([options, store, &session] { set(*options, store, session); });

@@ -185,9 +185,8 @@ void tellWhatStays(const Document& document) {
 // One line, however many there are.
 void tellLongTexts(const std::string& file, const std::vector<std::string>& paths) {
     if (paths.empty()) return;
-    const std::string who = paths.size() == 1
-                                ? "has"
-                                : "and " + counted(paths.size() - 1, "other value") + " have";
+    const std::string who =
+        paths.size() == 1 ? "has" : "and " + counted(paths.size() - 1, "other value") + " have";
     printNote(describe(Place{file, 0, paths.front()},
                        who + " 512 characters or more as a text, which programs that read with "
                              "the library's own visitor pass over"));
@@ -293,7 +292,7 @@ void runExport(const ExportOptions& options, const Group& group, Session& sessio
     const bool isReg = isNamedReg || options.form == "reg" || options.form == "reg4";
     if (isReg && !options.into.empty()) throw Failure("--into is for model files only");
     if (!isReg && options.base) throw Failure("--base is for registry files only");
-    const StoreFile store(group->file, WhenMissing::Fail);
+    const StoreFile store(group->file, WhenMissing::FailForReading);
     if (!isReg) return exportModel(store, options, session);
     exportRegFile(store, options, options.form == "reg4" ? RegForm::Version4 : RegForm::Version5);
 }

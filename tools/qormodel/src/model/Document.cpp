@@ -84,17 +84,16 @@ Warning warningOf(const Document& document, const LibraryError& error, const Pla
         return !classes.contains(each.className);
     });
     if (unknown != elements.end())
-        warning.place = document.placeOf(static_cast<std::size_t>(unknown - elements.begin()),
-                                         unknown->line);
+        warning.place =
+            document.placeOf(static_cast<std::size_t>(unknown - elements.begin()), unknown->line);
     return warning;
 }
 
 bool isTypeOfStreams(const std::string& word) {
     const ac::AttrType type = ac::AttrContainer::getTypeFromString(word);
     bool isFound = false;
-    ac::ValueTypes::forEach([&]<class Row>() {
-        isFound = isFound || (Row::token == type && Row::isCreated);
-    });
+    ac::ValueTypes::forEach(
+        [&]<class Row>() { isFound = isFound || (Row::token == type && Row::isCreated); });
     return isFound;
 }
 
@@ -102,13 +101,13 @@ bool isTypeOfStreams(const std::string& word) {
 // stops.
 std::optional<Failure> unknownTypeIn(const Document& document, std::size_t element) {
     const auto& attributes = document.outline.elements[element].attributes;
-    const auto found = std::find_if(attributes.begin(), attributes.end(), [](const auto& each) {
-        return !isTypeOfStreams(each.type);
-    });
+    const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                    [](const auto& each) { return !isTypeOfStreams(each.type); });
     if (found == attributes.end()) return std::nullopt;
     Place place = document.placeOf(element, found->line);
     place.path = pathBelow(place.path, found->name);
-    return Failure(place, found->type + " is no type of an attribute: expected one such as "
+    return Failure(place, found->type +
+                              " is no type of an attribute: expected one such as "
                               "Attr<double>");
 }
 
@@ -152,8 +151,7 @@ void readBody(Document& document) {
     const auto place = [&] { return placeBefore(document, buffer.getOffset(), buffer.getLine()); };
     try {
         const auto error = document.root->readFrom(stream, context);
-        if (error && !error->isWarning())
-            failToRead(document, *error, buffer.getOffset(), place());
+        if (error && !error->isWarning()) failToRead(document, *error, buffer.getOffset(), place());
         if (error) document.warnings.push_back(warningOf(document, *error, place()));
         const Place stop = place();
         if (!isAtEnd(buffer))

@@ -11,13 +11,13 @@ namespace qormodel {
 
 /// One relation from something watched to its observer.
 struct Relation {
-    std::string observable;    ///< path of the attribute or container that is watched
-    std::string holder;        ///< path of the container that it belongs to
-    std::string observer;      ///< the path as stored
-    std::string target;        ///< where it leads now; empty where it leads nowhere
+    std::string observable;  ///< path of the attribute or container that is watched
+    std::string holder;      ///< path of the container that it belongs to
+    std::string observer;    ///< the path as stored
+    std::string target;      ///< where it leads now; empty where it leads nowhere
     std::string action;
     std::string priority;
-    bool isAsked = false;      ///< before a change, else told after it
+    bool isAsked = false;  ///< before a change, else told after it
     bool isActionKnown = true;
     std::uint64_t line = 0;
     std::size_t element = 0;  ///< the holder's place in the outline

@@ -30,12 +30,16 @@ std::string textOf(keystore::Status status) {
 StoreFile::StoreFile(const std::string& name, WhenMissing whenMissing) : file(name) {
     std::error_code error;
     // Opening would make an empty store.
-    if (whenMissing == WhenMissing::Fail && !std::filesystem::exists(name, error))
+    if (whenMissing != WhenMissing::Make && !std::filesystem::exists(name, error))
         throw Failure(Place{name}, "cannot be read: there is no such file");
     isNew = !std::filesystem::exists(name, error);
+    if (whenMissing == WhenMissing::FailForReading) copy = StoreCopy::inqFor(name);
     std::string why;
-    store = keystore::openSqliteStore(name, &why);
-    if (!store) throw Failure(why);
+    store = keystore::openSqliteStore(copy ? copy->getName() : name, &why);
+    if (store) return;
+    // The copy's name says nothing to anybody.
+    if (copy && why.starts_with(copy->getName())) why.replace(0, copy->getName().size(), name);
+    throw Failure(why);
 }
 
 StoreFile::~StoreFile() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Failure.h"
+#include "store/StoreCopy.h"
 
 #include <QOR/KeyStore.h>
 #include <QOR/KeyTreeStore.h>
@@ -17,11 +18,16 @@ namespace keystore = QOR::keystore;
 using keystore::StoredValue;
 
 /// What to do where there is no store in the file.
-enum class WhenMissing { Fail, Make };
+enum class WhenMissing {
+    Fail,
+    FailForReading,  ///< as `Fail`; a store that may only be read is opened as a copy
+    Make
+};
 
 /// An open store with the name of its file, for messages.
 struct StoreFile {
     std::string file;
+    std::unique_ptr<StoreCopy> copy;  ///< mostly null; goes behind what is open in it
     std::shared_ptr<keystore::Store> store;
 
     /// \throws Failure where the file is no key store, or cannot be read and written.

@@ -24,7 +24,6 @@ Document makeTree(const StoreFile& store, const std::wstring& key,
 /// Failure for a value that is none of the attribute's type
 /// \param left gets the values below the key that no attribute has taken
 std::vector<EditResult> readValues(const StoreFile& store, const std::wstring& key,
-                                   const Element& start,
-                                   std::vector<std::wstring>* left = nullptr);
+                                   const Element& start, std::vector<std::wstring>* left = nullptr);
 
 }  // namespace qormodel

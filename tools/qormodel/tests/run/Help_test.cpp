@@ -53,14 +53,16 @@ struct ExampleFolder {
             put(name, "0,0,0\n1,2,3\n");
         put("track.txt", "0,0,0\n1,2,3\n");
         put("lossy.model", valueModel("Attr<double>", "1.#INF"));
-        put("settings.reg", "REGEDIT4\n\n[Viewer]\n\"Starts\"=dword:3\n"
-                            "[Viewer\\Window]\n\"Position\"=\"40 25\"\n");
+        put("settings.reg",
+            "REGEDIT4\n\n[Viewer]\n\"Starts\"=dword:3\n"
+            "[Viewer\\Window]\n\"Position\"=\"40 25\"\n");
         options.folder = folder.getFolder().string();
         options.environment["HOME"] = options.folder;
         runShell("git init -q .", options);
-        runShell("qormodel store --store settings.db import settings.reg && "
-                 "qormodel store --store settings.db import project.model --key Project 2>&1",
-                 options);
+        runShell(
+            "qormodel store --store settings.db import settings.reg && "
+            "qormodel store --store settings.db import project.model --key Project 2>&1",
+            options);
     }
 
     void put(const std::string& name, const std::string& content) const {

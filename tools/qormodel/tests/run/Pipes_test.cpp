@@ -66,7 +66,9 @@ TEST(RunPipes, NameTheStandardInputInMessages) {
 
 TEST(RunPipes, TellThatBytesAreNoModelFileWhateverIsBrokenInThem) {
     RunOptions options;
-    for (const std::string bytes : {"\x7f" "ELF\x02\n} } \xff", "{ \"a", "} }", ""}) {
+    for (const std::string bytes : {"\x7f"
+                                    "ELF\x02\n} } \xff",
+                                    "{ \"a", "} }", ""}) {
         options.input = bytes;
         const RunResult result = runQormodel({"info", "-"}, options);
         EXPECT_EQ(result.status, 2) << bytes;
@@ -93,10 +95,9 @@ TEST(RunPipes, KeepTheStatusOfWhatWasFoundWhereTheirReaderLeaves) {
     runQormodel({"set", file.getName(), "/Action=x", "-o", other});
 
     // The reader is gone before anything is printed.
-    const RunResult result =
-        runShell("(sleep 0.3; qormodel diff " + file.getName() + ' ' + other +
-                 "; echo status $? >&2; qormodel set " + other +
-                 " /Action=y; echo status $? >&2) | true");
+    const RunResult result = runShell("(sleep 0.3; qormodel diff " + file.getName() + ' ' + other +
+                                      "; echo status $? >&2; qormodel set " + other +
+                                      " /Action=y; echo status $? >&2) | true");
 
     EXPECT_EQ(result.err, "status 1\nstatus 0\n");
     EXPECT_EQ(runQormodel({"get", other, "/Action"}).out, "y\n");
@@ -126,8 +127,7 @@ TEST(RunPipes, MayAllBeClosed) {
 TEST(RunPipes, TellThatTheStandardOutputIsClosed) {
     const TemporaryFile file(projectText);
 
-    const RunResult result =
-        runShell("cat " + file.getName() + " | timeout 60 qormodel cat - >&-");
+    const RunResult result = runShell("cat " + file.getName() + " | timeout 60 qormodel cat - >&-");
 
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err, "qormodel: standard output: cannot be written: Bad file descriptor\n");
@@ -153,10 +153,11 @@ TEST(RunOnTerminal, ShowsAProgressBarForWhatTakesOverASecond) {
     RunOptions options;
     options.folder = file.getFolder().string();
     const auto run = [&](const std::string& pause) {
-        return runShell("command -v script > /dev/null || exit 77; "
-                        "script -qec '(echo 1,2,3; sleep " + pause +
-                            "; echo 4,5,6) | qormodel new - --scan - > /dev/null' /dev/null",
-                        options);
+        return runShell(
+            "command -v script > /dev/null || exit 77; "
+            "script -qec '(echo 1,2,3; sleep " +
+                pause + "; echo 4,5,6) | qormodel new - --scan - > /dev/null' /dev/null",
+            options);
     };
     const RunResult slow = run("1.2");
     ASSERT_NE(slow.status, 77) << "there is no program script";
@@ -169,10 +170,11 @@ TEST(RunOnTerminal, ShowsAProgressBarForWhatTakesOverASecond) {
 TEST(RunOnTerminal, GivesLongOutputToThePager) {
     const TemporaryFile file(projectText);
     const auto run = [&](int height) {
-        return runShell("command -v script > /dev/null || exit 77; PAGER='sed s/^/paged:/' "
-                        "script -qec 'stty rows " +
-                        std::to_string(height) + "; qormodel --color never tree " +
-                        file.getName() + "' /dev/null");
+        return runShell(
+            "command -v script > /dev/null || exit 77; PAGER='sed s/^/paged:/' "
+            "script -qec 'stty rows " +
+            std::to_string(height) + "; qormodel --color never tree " + file.getName() +
+            "' /dev/null");
     };
     const RunResult paged = run(3);  // the tree has four lines
     ASSERT_NE(paged.status, 77) << "there is no program script";

@@ -128,7 +128,8 @@ TEST_F(OnStore, TakesItsFileAheadOfTheCommandAndBehindIt) {
     EXPECT_EQ(runQormodel({"store", "get", "A", "x", "--store=s.db"}, options).out, "1\n");
     const RunResult missing = runQormodel({"store", "ls"}, options);
     EXPECT_EQ(missing.status, 2);
-    EXPECT_EQ(missing.err, "qormodel: --store is required\nqormodel: try 'qormodel store --help'\n");
+    EXPECT_EQ(missing.err,
+              "qormodel: --store is required\nqormodel: try 'qormodel store --help'\n");
 }
 
 TEST_F(OnStore, StoresWhatSqliteFindsInTheFile) {
