@@ -25,7 +25,9 @@ BufferedSink::~BufferedSink() = default;
 
 bool BufferedSink::finish() {
     passPiece();
-    if (good) good = flushTarget();
+    if (!good) return false;
+    good = false;
+    good = flushTarget();
     return good;
 }
 
@@ -65,7 +67,9 @@ bool BufferedSink::passPiece() {
 }
 
 bool BufferedSink::passOn(const char* data, std::size_t size) {
-    if (good && size > 0) good = pass(data, size);
+    if (!good || size == 0) return good;
+    good = false;  // where the target throws
+    good = pass(data, size);
     return good;
 }
 

@@ -4,6 +4,7 @@
 
 #include <ostream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,12 @@ public:
 
     std::vector<std::string> pieces;
     bool doesRefuse = false;
+    bool doesThrow = false;
     int numFlushed = 0;
 
 protected:
     bool pass(const char* data, std::size_t size) override {
+        if (doesThrow) throw std::runtime_error("no room");
         if (doesRefuse) return false;
         pieces.emplace_back(data, size);
         return true;
@@ -140,6 +143,17 @@ TEST(BufferedSink, TellsOfARefusedPieceAtEveryLaterFlush) {
     stream.flush();
     EXPECT_TRUE(stream.bad());
     EXPECT_EQ(sink.pieces, Texts{}) << "no hole in what was written";
+}
+
+TEST(BufferedSink, FailsWhereItsTargetThrows) {
+    Pieces sink(4);
+    std::ostream stream(&sink);
+    sink.doesThrow = true;
+    stream << "abcdefgh";
+    EXPECT_TRUE(stream.bad());
+    sink.doesThrow = false;
+    EXPECT_FALSE(sink.finish());
+    EXPECT_EQ(sink.pieces, Texts{});
 }
 
 TEST(BufferedSink, FailsWhereItsTargetCannotBeFlushed) {

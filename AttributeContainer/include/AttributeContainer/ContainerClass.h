@@ -121,8 +121,8 @@ protected:
             }
         }
         if (source) return;  // the values came with it
-        if (this->name() != this->getClassName()) this->name(this->getClassName());
-        if (hasFields) this->giveDefaults(tables().attrTable);
+        this->name(this->getClassName());
+        setDefaults();
     }
     static const AttrTable* attrTable() { return &tables().attrTable; }
 
@@ -156,12 +156,25 @@ private:
         });
         return rows;
     }
-    static void setDefaults(AttrList& list) {
-        forEachAttrRow([&list]<class T>(std::uint64_t token, const AttrRow<T>& row) {
+    // Each object has its defaults worked out, which need not be those of the others. What is as in
+    // the first object need not be made for that.
+    void setDefaults() {
+        const AttrTable& table = tables().attrTable;
+        const bool isUntouched = this->untouchedTable(table.getFirstToken()) == &table;
+        if (isUntouched && table.takeDefaults([&table] { giveDefaults(table); })) return;
+        forEachAttrRow([&]<class T>(std::uint64_t token, const AttrRow<T>& row) {
             if (!row.defaultValue) return;
-            Attribute* const attribute = list.get(token).get();
-            if (!attribute) throw std::out_of_range("invalid vector subscript");
-            static_cast<Attr<T>&>(*attribute).set(*row.defaultValue);
+            if (isUntouched) {
+                const auto& sample = static_cast<const Attr<T>&>(*table.getSample(token));
+                if (sample.get() == *row.defaultValue) return;
+            }
+            this->template typedAttribute<T>(token).set(*row.defaultValue);
+        });
+    }
+    static void giveDefaults(const AttrTable& table) {
+        forEachAttrRow([&table]<class T>(std::uint64_t token, const AttrRow<T>& row) {
+            if (row.defaultValue)
+                static_cast<Attr<T>&>(table.takeDefault(token)).set(*row.defaultValue);
         });
     }
 
@@ -171,7 +184,7 @@ private:
         std::vector<FieldDefinition> fieldDefinitions;
         DataStructures::KeyTable attrKeyTable;
         DataStructures::KeyTable fieldKeyTable;
-        AttrTable attrTable{definitions, setDefaults, B::attrTable()};
+        AttrTable attrTable{definitions, B::attrTable()};
 
         Tables() {
             forEachFieldRow(
@@ -180,9 +193,10 @@ private:
             fieldKeyTable = Block::createKeyTableFromFieldDefinitions(fieldDefinitions);
         }
     };
-    // Local, so that a container made by another file's static initialiser finds it ready.
+    // Local, so that a container made by another file's static initialiser finds it ready; never
+    // ended, so that one that lasts longer than this file's statics can still be asked.
     static const Tables& tables() {
-        static const Tables tables;
+        static const Tables& tables = *new Tables;
         return tables;
     }
 };

@@ -262,8 +262,6 @@ protected:
     /// `createAttributes` for the class block: without values to take over, the attributes are made
     /// with their defaults when the first of them is asked for.
     void declareAttributes(const AttrTable& table, const Source& source);
-    /// Gives the attributes of a table their defaults.
-    void giveDefaults(const AttrTable& table) { table.giveDefaults(*attrList); }
     /// The table of the nearest class that has one; null here, at the base of all.
     static const AttrTable* attrTable() { return nullptr; }
     static DataStructures::KeyTable createKeyTableFromAttrDefinitions(

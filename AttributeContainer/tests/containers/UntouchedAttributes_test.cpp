@@ -81,6 +81,40 @@ public:
     QOR_ATTRIBUTE(2, ScanPt, Point, ScanPt{});
 };
 
+/// A default that is another one for each object.
+class Serial : public ContainerClass<Serial, AttrContainer, "Serial"> {
+public:
+    using Block::Block;
+
+    static inline int next = 0;
+
+    QOR_ATTRIBUTE(1, int, Number, ++next);
+};
+
+/// A default that is a setting of the host, beside one that stays.
+class Rated : public ContainerClass<Rated, AttrContainer, "Rated"> {
+public:
+    using Block::Block;
+
+    static inline int rating = 0;
+
+    QOR_ATTRIBUTE(1, int, Rating, rating);
+    QOR_ATTRIBUTE(2, std::string, Text, "kept");
+};
+
+/// Counts how often it is asked about its name.
+class Polled : public ContainerClass<Polled, AttrContainer, "Polled"> {
+public:
+    using Block::Block;
+
+    Action::ExecReturn toChangeNotify(Observable& observable, Initiator& initiator) override {
+        ++numAsked;
+        return Block::toChangeNotify(observable, initiator);
+    }
+
+    int numAsked = 0;
+};
+
 std::shared_ptr<Lamp> touchedLamp() {
     const auto lamp = Lamp::create();
     lamp->Label();
@@ -155,10 +189,40 @@ TEST(UntouchedAttributes, OfARowThatNoTableMakesAreNone) {
     EXPECT_EQ(&beacon->Attr_Lit(), lit);
 }
 
-TEST(UntouchedAttributes, ThrowWhereADefaultIsThatOfARowThatNoTableMakes) {
-    const auto misdeclared = Misdeclared::create();
-    EXPECT_THROW(misdeclared->Count(), std::out_of_range);
-    EXPECT_EQ(misdeclared->getName(), "Misdeclared");
+TEST(UntouchedAttributes, CannotBeMadeWhereADefaultIsThatOfARowThatNoTableMakes) {
+    EXPECT_THROW(Misdeclared::create(), std::out_of_range);
+    EXPECT_THROW(Misdeclared::create(), std::out_of_range);
+}
+
+TEST(UntouchedAttributes, HaveTheDefaultsThatWereWorkedOutForTheirObject) {
+    Serial::next = 5;
+    const auto first = Serial::create();
+    const auto second = Serial::create();
+    const auto third = Serial::create();
+    const auto copy = std::dynamic_pointer_cast<Serial>(second->duplicate(CreateDeep));
+    EXPECT_NE(first->Number(), second->Number());
+    EXPECT_EQ(third->Number(), first->Number() + 2);
+    EXPECT_EQ(second->Number(), first->Number() + 1);
+    EXPECT_EQ(copy->Number(), second->Number());
+    EXPECT_EQ(Serial::next, third->Number()) << "once for each object, and not for a copy";
+    EXPECT_EQ(AttrContComparer(AttrContComparer::allCategories, 0).compare(*first, *second), 1u);
+}
+
+TEST(UntouchedAttributes, HaveTheDefaultsOfTheirTimeWheneverTheyAreAskedFor) {
+    Rated::rating = 1;
+    const auto poor = Rated::create();
+    Rated::rating = 2;
+    const auto good = Rated::create();
+    Rated::rating = 3;
+    EXPECT_EQ(poor->Rating(), 1);
+    EXPECT_EQ(good->Rating(), 2);
+    EXPECT_EQ(poor->Text(), "kept");
+    EXPECT_EQ(good->Text(), "kept");
+}
+
+TEST(UntouchedAttributes, NameTheirObjectAtEachLevelThroughTheChangeProtocol) {
+    const auto polled = Polled::create();
+    EXPECT_EQ(polled->numAsked, 1) << "the level above set it ahead of the guard";
 }
 
 TEST(UntouchedAttributes, AreMadeAtOnceInAClassWithFieldsWhoseHooksComeBeforeTheDefaults) {
