@@ -51,8 +51,7 @@ void AttrList::declare(const AttrTable& declared, const AttrList* source) {
     const std::uint64_t first = declared.getFirstToken();
     const bool isLast = declared.getLastToken() + 1 == elements.size();  // not so in a second `init`
     if (!isLast || (source && source->untouchedTable(first) != &declared)) {
-        if (source) makeRows(rows, source);
-        else declared.makeAttributes(*this);
+        makeRows(rows, source);
         return;
     }
     table = &declared;

@@ -49,6 +49,8 @@ Attribute& AttrTable::takeDefault(std::uint64_t token) const {
 void AttrTable::makeAttributes(AttrList& list) const {
     try {
         list.makeRows(rows, nullptr);
+        // Who asks while the first object is made finds zeros, as it does in that object.
+        if (!areDefaultsTaken.load(std::memory_order_acquire)) return;
         for (const std::uint64_t token : withDefault) *list.get(token) = *getSample(token);
     } catch (...) {
         // As if nobody had asked: who asks again is not to find half of them.
