@@ -106,7 +106,10 @@ TEST(MakeNameValid, LeavesSomeNamesInvalidWhereTheLocaleHasMoreLetters) {
     std::string name = "\xE4 b";
     {
         const ActiveLocale locale("C.UTF-8");
+#if defined(_WIN32)  // whose only locale with a name is "C"
         if (!locale.isThere()) GTEST_SKIP() << "no locale C.UTF-8";
+#endif
+        ASSERT_TRUE(locale.isThere());
 
         EXPECT_TRUE(AttrContainer::makeNameValid(name));
 
